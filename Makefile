@@ -1,0 +1,46 @@
+# The front door. Behind it are CMake presets: dev, release, asan, m32.
+
+PRESETS := release m32 asan
+JOBS ?= $(shell nproc 2>/dev/null || echo 2)
+MESH ?=
+
+.PHONY: help setup build test demo bench format clean
+
+help:
+	@echo "make demo    a mesh goes to another application and back; MESH=path.obj takes your own"
+	@echo "make test    builds and runs the tests: 64-bit, 32-bit, and under sanitizers"
+	@echo "make build   builds build/release/libVek.so and the tool build/release/bin/vek"
+	@echo "make bench   measures, side by side with floors and peers"
+	@echo "make format  formats the sources"
+	@echo "make clean   removes build/"
+
+setup:
+	@scripts/install-packages
+
+build: setup
+	@cmake --preset release >/dev/null
+	@cmake --build --preset release -j $(JOBS)
+
+test: setup
+	@for preset in $(PRESETS); do \
+	    echo "== $$preset"; \
+	    cmake --preset $$preset >/dev/null && \
+	    cmake --build --preset $$preset -j $(JOBS) && \
+	    ctest --preset $$preset -j $(JOBS) || exit 1; \
+	done
+
+demo: build
+	@mkdir -p build/demo
+	@scripts/private-view build/release/bin/vek run demo/round_trip.lua \
+	    --app build/release/apps/Example --out build/demo $(if $(MESH),--mesh "$(MESH)")
+
+bench: setup
+	@cmake --preset release -DVEK_BENCH=ON >/dev/null
+	@cmake --build --preset release -j $(JOBS)
+	@scripts/private-view bench/run build/release
+
+format:
+	@git ls-files '*.cpp' '*.h' | grep -v exports.def.h | xargs clang-format -i
+
+clean:
+	@rm -rf build
