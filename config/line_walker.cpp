@@ -1,0 +1,44 @@
+#include "config/line_walker.h"
+
+namespace {
+
+const char* find(const char* begin, const char* end, char c) {
+    if (begin == end) return end;
+    const void* const found = std::memchr(begin, c, static_cast<std::size_t>(end - begin));
+    return found ? static_cast<const char*>(found) : end;
+}
+
+bool isBreak(char c) {
+    return c == '\n' || c == '\r';
+}
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
+}  // namespace
+
+BXLineWalker::BXLineWalker(const char* begin, const char* end)
+    : m_position(begin), m_textEnd(find(begin, end, '\0')), m_end(end) {
+    m_lineFeed = find(begin, m_textEnd, '\n');
+}
+
+bool BXLineWalker::next(const char*& lineBegin, const char*& lineEnd) {
+    if (m_position == m_end) return false;
+    lineBegin = m_position;
+    lineEnd = m_position = afterNextBreak(m_position);
+    return true;
+}
+
+const char* BXLineWalker::afterNextBreak(const char* position) {
+    if (m_lineFeed < position) m_lineFeed = find(position, m_textEnd, '\n');
+    const char* next = find(position, m_lineFeed, '\r');
+    while (next != m_textEnd && isBreak(*next)) ++next;
+    return next == m_textEnd ? m_end : next;
+}
+
+bool trimLine(const char*& begin, const char*& end) {
+    while (begin < end && (isBlank(end[-1]) || isBreak(end[-1]))) --end;
+    while (begin < end && isBlank(*begin)) ++begin;
+    return begin < end;
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstring>
+
+// Walks the lines of a text in memory. A line runs up to the start of the next one, its breaks
+// included: the next line begins after the next run of CR and LF. The last line runs to the end. A
+// NUL ends the text for the walk; what follows it belongs to the last line.
+class BXLineWalker {
+public:
+    BXLineWalker(const char* begin, const char* end);
+
+    // The next line [lineBegin, lineEnd), or false after the last.
+    bool next(const char*& lineBegin, const char*& lineEnd);
+
+private:
+    const char* afterNextBreak(const char* position);
+
+    const char* m_position;
+    const char* m_lineFeed;  // the next one; found once, also for many lines that end with CR alone
+    const char* m_textEnd;   // the first NUL, or the end
+    const char* m_end;
+};
+
+// Narrows [begin, end) by spaces, tabs, CR and LF at its end and spaces and tabs at its start;
+// whether anything is left.
+bool trimLine(const char*& begin, const char*& end);

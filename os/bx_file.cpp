@@ -1,0 +1,183 @@
+#include "os/bx_file.h"
+
+#include <errno.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+static_assert(sizeof(off_t) == 8, "exchange files grow past 4 GiB");
+
+namespace {
+
+constexpr mode_t kNewFileMode = 0666;  // less what the process's mask takes
+
+// A descriptor of a regular file, or -1. Opening does not wait: a pipe without a partner would
+// never let go of the host. Nor does a terminal become the host's own.
+int openRegular(const char* path, int flags) {
+    if (!path) return -1;
+    int descriptor;
+    do {
+        descriptor = open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, kNewFileMode);
+    } while (descriptor < 0 && errno == EINTR);
+    if (descriptor < 0) return -1;
+    struct stat status;
+    if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) return descriptor;
+    ::close(descriptor);
+    return -1;
+}
+
+// The flags of open for a mode of fopen; -1 for none of them.
+int flagsOf(const char* mode) {
+    const bool both = std::strchr(mode, '+') != nullptr;
+    switch (mode[0]) {
+        case 'r':
+            return both ? O_RDWR : O_RDONLY;
+        case 'w':
+            return (both ? O_RDWR : O_WRONLY) | O_CREAT | O_TRUNC;
+        case 'a':
+            return (both ? O_RDWR : O_WRONLY) | O_CREAT | O_APPEND;
+        default:
+            return -1;
+    }
+}
+
+std::int64_t sizeOf(int descriptor) {
+    struct stat status;
+    return fstat(descriptor, &status) == 0 ? static_cast<std::int64_t>(status.st_size) : 0;
+}
+
+// True iff all bytes were written.
+template <class Write>
+bool writeAll(const void* bytes, std::size_t count, Write write) {
+    const char* rest = static_cast<const char*>(bytes);
+    std::size_t done = 0;
+    while (done < count) {
+        const ssize_t written = write(rest + done, count - done, done);
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return false;
+        done += static_cast<std::size_t>(written);
+    }
+    return true;
+}
+
+}  // namespace
+
+BXFile::BXFile(const char* path, Access access) noexcept
+    : m_descriptor(openRegular(path, access == Access::Read ? O_RDONLY : O_RDWR)) {}
+
+BXFile::BXFile(BXFile&& other) noexcept : m_descriptor(other.m_descriptor) {
+    other.m_descriptor = -1;
+}
+
+BXFile& BXFile::operator=(BXFile&& other) noexcept {
+    std::swap(m_descriptor, other.m_descriptor);
+    return *this;
+}
+
+BXFile::~BXFile() {
+    close();
+}
+
+void BXFile::close() noexcept {
+    if (m_descriptor >= 0) ::close(m_descriptor);
+    m_descriptor = -1;
+}
+
+std::int64_t BXFile::size() const noexcept {
+    return isOpen() ? sizeOf(m_descriptor) : 0;
+}
+
+std::size_t BXFile::readAt(std::int64_t offset, void* bytes, std::size_t count) const noexcept {
+    std::size_t done = 0;
+    while (done < count) {
+        const ssize_t came = pread(m_descriptor, static_cast<char*>(bytes) + done, count - done,
+                                   offset + static_cast<std::int64_t>(done));
+        if (came < 0 && errno == EINTR) continue;
+        if (came <= 0) break;
+        done += static_cast<std::size_t>(came);
+    }
+    return done;
+}
+
+bool BXFile::writeAt(std::int64_t offset, const void* bytes, std::size_t count) noexcept {
+    return writeAll(bytes, count, [&](const char* from, std::size_t size, std::size_t done) {
+        return pwrite(m_descriptor, from, size, offset + static_cast<std::int64_t>(done));
+    });
+}
+
+bool BXFile::truncate(std::int64_t size) noexcept {
+    int result;
+    do {
+        result = ftruncate(m_descriptor, size);
+    } while (result != 0 && errno == EINTR);
+    return result == 0;
+}
+
+std::unique_ptr<char[]> BXFile::readAll(std::size_t& size, std::size_t before,
+                                        std::size_t after) const {
+    const std::int64_t inFile = this->size();
+    if (inFile > static_cast<std::int64_t>(PTRDIFF_MAX - before - after)) return nullptr;
+    size = static_cast<std::size_t>(inFile);
+    std::unique_ptr<char[]> bytes(new char[before + size + after]);
+    if (readAt(0, bytes.get() + before, size) != size) return nullptr;
+    return bytes;
+}
+
+bool BXFile::readWhole(const char* path, std::string& contents, std::int64_t limit) {
+    const BXFile file(path, Access::Read);
+    if (!file.isOpen()) return false;
+    const std::size_t before = contents.size();
+    const auto room = static_cast<std::int64_t>(contents.max_size() - before);
+    if (file.size() > std::min(limit, room)) return false;
+    const auto size = static_cast<std::size_t>(file.size());
+    contents.resize(before + size);
+    if (file.readAt(0, &contents[before], size) == size) return true;
+    contents.resize(before);
+    return false;
+}
+
+bool BXFile::overwrite(const char* path, const void* bytes, std::size_t count) noexcept {
+    bool opened;
+    return overwrite(path, bytes, count, opened);
+}
+
+bool BXFile::overwrite(const char* path, const void* bytes, std::size_t count,
+                       bool& opened) noexcept {
+    BXFile file;
+    file.m_descriptor = openRegular(path, O_WRONLY | O_CREAT);
+    opened = file.isOpen();
+    if (!opened) return false;
+    const std::int64_t oldSize = file.size();
+    const auto newSize = static_cast<std::int64_t>(count);
+    const char* const from = static_cast<const char*>(bytes);
+    const std::size_t over = static_cast<std::size_t>(std::min(oldSize, newSize));
+    if (!file.writeAt(oldSize, from + over, count - over)) {
+        file.truncate(oldSize);
+        return false;
+    }
+    if (!file.writeAt(0, from, over)) return false;
+    return newSize >= oldSize || file.truncate(newSize);
+}
+
+bool BXFile::append(const char* path, const void* bytes, std::size_t count) noexcept {
+    BXFile file;
+    file.m_descriptor = openRegular(path, O_WRONLY | O_CREAT | O_APPEND);
+    if (!file.isOpen()) return false;
+    return writeAll(bytes, count, [&](const char* from, std::size_t size, std::size_t) {
+        return ::write(file.m_descriptor, from, size);
+    });
+}
+
+std::FILE* BXFile::openStream(const char* path, const char* mode) noexcept {
+    const int flags = flagsOf(mode);
+    if (flags < 0) return nullptr;
+    const int descriptor = openRegular(path, flags);
+    if (descriptor < 0) return nullptr;
+    std::FILE* const stream = fdopen(descriptor, mode);
+    if (!stream) ::close(descriptor);
+    return stream;
+}

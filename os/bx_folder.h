@@ -1,0 +1,28 @@
+#pragma once
+
+#include <dirent.h>
+
+// The entries of an open folder, in the order in which the file system lists them. Neither copied
+// nor moved; closes itself.
+class BXFolder {
+public:
+    struct Entry {
+        const char* name;  // valid until the next call; "." and ".." included
+        bool isFolder;     // a folder itself, not a link to one
+    };
+
+    // Not open when `path` is null or cannot be opened.
+    explicit BXFolder(const char* path) noexcept;
+    BXFolder(const BXFolder&) = delete;
+    BXFolder& operator=(const BXFolder&) = delete;
+    ~BXFolder();
+
+    bool isOpen() const noexcept { return m_folder != nullptr; }
+    // False at the end, and when the folder is not open.
+    bool next(Entry& entry) noexcept;
+    // As next, passing over "." and "..".
+    bool nextBelow(Entry& entry) noexcept;
+
+private:
+    DIR* m_folder;
+};
