@@ -1,0 +1,5 @@
+#include "bridge/bx_vek_app.h"
+
+void BXVekApp::clear() {
+    *this = BXVekApp();
+}

@@ -1,0 +1,3 @@
+#include "host/graphix_table.h"
+
+void* s_table2 = nullptr;

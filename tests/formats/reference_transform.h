@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// The change of orientation, slow and obvious: the whole file in memory, one value after another,
+// in the order in which the description of the format gives the steps.
+struct ReferenceSettings {
+    bool afterExport = true;
+    bool flip[3] = {false, false, false};
+    bool switchYZ = false;
+    bool reverse = false;
+    double centre[3] = {0.0, 0.0, 0.0};
+};
+
+// The file's bytes afterwards; unchanged when it lacks the magic.
+std::string referenceTransform(std::string bytes, const ReferenceSettings& settings);

@@ -1,0 +1,572 @@
+// The change of orientation of an exchange file, through BXUVMergeAlgo and the settings in BXVek.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+#include "bridge/bx_vek.h"
+#include "bridge/bx_vek_app.h"
+#include "formats/bx_uv_merge_algo.h"
+#include "formats/bx_vek_file.h"
+#include "tests/formats/reference_transform.h"
+#include "tests/support/exchange_file.h"
+#include "tests/support/temp_folder.h"
+
+namespace {
+
+constexpr std::size_t kFirstPayload = 32 + 16;
+
+class VekTransform : public testing::Test {
+protected:
+    VekTransform() { reset(); }
+    ~VekTransform() override { reset(); }
+
+    static void reset() {
+        BXVek::s_ioPref = 0;
+        BXVek::s_importReverse = BXVek::s_exportReverse = false;
+        BXVek::s_scale = BXVek::s_offsetX = BXVek::s_offsetY = BXVek::s_offsetZ = 0.0;
+    }
+
+    std::string path() const { return m_folder / "mesh.Vek"; }
+
+    std::string merged(const std::string& bytes) { return changed(bytes, true); }
+    std::string split(const std::string& bytes) { return changed(bytes, false); }
+
+    std::string changed(const std::string& bytes, bool afterExport) {
+        writeFile(path(), bytes);
+        const BXString file(path().c_str());
+        EXPECT_TRUE(afterExport ? BXUVMergeAlgo::mergeUVsInVekFile(file)
+                                : BXUVMergeAlgo::splitUVsInVekFile(file));
+        return readFile(path());
+    }
+
+    static std::vector<float> firstVertex(const std::string& bytes) {
+        return floatsAt(bytes, kFirstPayload, 3);
+    }
+
+    TempFolder m_folder;
+};
+
+std::string oneVertex(float x, float y, float z) {
+    return ExchangeFile().vertices({x, y, z}).end().bytes();
+}
+
+std::string onlyFaces(std::uint32_t id, const std::vector<std::int32_t>& indices,
+                      const std::vector<std::int32_t>& corners = {}) {
+    ExchangeFile file;
+    file.faces(id, indices);
+    if (!corners.empty()) file.corners(25001, corners);
+    return file.end().bytes();
+}
+
+using Ints = std::vector<std::int32_t>;
+using Floats = std::vector<float>;
+
+}  // namespace
+
+TEST_F(VekTransform, KeepsEveryByteWhereNothingIsAskedAndForgetsTheZOffset) {
+    BXVek::s_scale = 1.0;
+    const std::string bytes = oneVertex(1.0f, -0.0f, 3.0f);
+    EXPECT_EQ(merged(bytes), bytes);
+    EXPECT_EQ(BXVek::s_offsetZ, 0.0);
+}
+
+// Required(R60)
+TEST_F(VekTransform, ForgetsTheZOffsetForGoodOnlyWhereNothingElseIsAsked) {
+    const auto zAfter = [&](unsigned int pref, double scale, double x, double y, bool afterExport) {
+        BXVek::s_ioPref = pref;
+        BXVek::s_scale = scale;
+        BXVek::s_offsetX = x;
+        BXVek::s_offsetY = y;
+        BXVek::s_offsetZ = 7.0;
+        changed(oneVertex(1, 2, 3), afterExport);
+        return BXVek::s_offsetZ;
+    };
+    EXPECT_EQ(zAfter(0, 1.0, 0.0, 0.0, true), 0.0);
+    EXPECT_EQ(zAfter(0, 1.0, 0.0, 0.0, false), 0.0);
+    // The other direction's switches are not asked for.
+    EXPECT_EQ(zAfter(0x47, 1.0, 0.0, 0.0, true), 0.0);
+    EXPECT_EQ(zAfter(0xB8, 1.0, 0.0, 0.0, false), 0.0);
+    EXPECT_EQ(zAfter(0, 2.0, 0.0, 0.0, true), 7.0);
+    EXPECT_EQ(zAfter(0, 1.0, 0.5, 0.0, true), 7.0);
+    EXPECT_EQ(zAfter(0, 1.0, 0.0, 0.5, true), 7.0);
+    for (const unsigned int bit : {0x08u, 0x10u, 0x20u, 0x80u}) {
+        EXPECT_EQ(zAfter(bit, 1.0, 0.0, 0.0, true), 7.0) << bit;
+    }
+    for (const unsigned int bit : {0x01u, 0x02u, 0x04u, 0x40u}) {
+        EXPECT_EQ(zAfter(bit, 1.0, 0.0, 0.0, false), 7.0) << bit;
+    }
+}
+
+TEST_F(VekTransform, ForgetsTheZOffsetEvenWhenThereIsNoFile) {
+    BXVek::s_scale = 1.0;
+    BXVek::s_offsetZ = 7.0;
+    EXPECT_FALSE(BXUVMergeAlgo::mergeUVsInVekFile("/no/such/file.Vek"));
+    EXPECT_EQ(BXVek::s_offsetZ, 0.0);
+}
+
+TEST_F(VekTransform, MirrorsAboutScaleTimesOffsetAndRewinds) {
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X;
+    BXVek::s_exportReverse = true;
+    BXVek::s_offsetX = 1.0;
+    BXVek::s_scale = 2.0;
+    const std::string bytes =
+        merged(ExchangeFile().vertices({5, 1, 1}).faces(20001, {0, 1, 2, 3}).end().bytes());
+    EXPECT_EQ(firstVertex(bytes), (Floats{-1, 1, 1}));
+    EXPECT_EQ(intsAt(bytes, kFirstPayload + 12 + 16, 4), (Ints{0, 3, 2, 1}));
+}
+
+TEST_F(VekTransform, SwitchesYAndZ) {
+    BXVek::s_ioPref = BXVekApp::EXPORT_SWITCH_YZ;
+    EXPECT_EQ(firstVertex(merged(oneVertex(1, 2, 3))), (Floats{1, 3, 2}));
+}
+
+TEST_F(VekTransform, AppliesEachFlipOfAnExportToTheNewAxis) {
+    BXVek::s_ioPref = BXVekApp::EXPORT_SWITCH_YZ | BXVekApp::EXPORT_FLIP_Y;
+    EXPECT_EQ(firstVertex(merged(oneVertex(1, 2, 3))), (Floats{1, -3, 2}));
+}
+
+TEST_F(VekTransform, AppliesEachFlipOfAnImportToTheOldAxis) {
+    BXVek::s_ioPref = BXVekApp::IMPORT_SWITCH_YZ | BXVekApp::IMPORT_FLIP_Y;
+    EXPECT_EQ(firstVertex(split(oneVertex(1, 2, 3))), (Floats{1, 3, -2}));
+}
+
+TEST_F(VekTransform, ExportUsesTheExportBitsAloneAndImportTheImportBits) {
+    BXVek::s_ioPref = 0x47;
+    EXPECT_EQ(firstVertex(merged(oneVertex(1, 2, 3))), (Floats{1, 2, 3}));
+    BXVek::s_ioPref = 0xB8;
+    EXPECT_EQ(firstVertex(split(oneVertex(1, 2, 3))), (Floats{1, 2, 3}));
+}
+
+TEST_F(VekTransform, NeverScalesPositions) {
+    BXVek::s_scale = 4.0;
+    BXVek::s_offsetX = 1.0;
+    EXPECT_EQ(firstVertex(merged(oneVertex(5, 2, 3))), (Floats{5, 2, 3}));
+}
+
+TEST_F(VekTransform, KeepsTheBitsOfPositionsWithoutFlipSwitchAndCentre) {
+    BXVek::s_scale = 3.0;  // of offsets that are all zero
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const std::string bytes = oneVertex(-0.0f, nan, -std::numeric_limits<float>::infinity());
+    EXPECT_EQ(merged(bytes), bytes);
+}
+
+TEST_F(VekTransform, TurnsMinusZeroIntoZeroAsTheFormulaDoes) {
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_Z;
+    const Floats vertex = firstVertex(merged(oneVertex(-0.0f, 1, 0.0f)));
+    EXPECT_FALSE(std::signbit(vertex[0]));
+    EXPECT_FALSE(std::signbit(vertex[2]));
+}
+
+TEST_F(VekTransform, RewindsFacesWhoseFourthIndexIsNegativeAsTriangles) {
+    BXVek::s_exportReverse = true;
+    const std::string bytes =
+        merged(onlyFaces(20001, {4, 5, 6, 7, 8, 9, 10, -1}, {40, 50, 60, 70, 80, 90, 100, -1}));
+    EXPECT_EQ(intsAt(bytes, kFirstPayload, 8), (Ints{4, 7, 6, 5, 8, 10, 9, -1}));
+    EXPECT_EQ(intsAt(bytes, kFirstPayload + 32 + 16, 8), (Ints{40, 70, 60, 50, 80, 100, 90, -1}));
+}
+
+TEST_F(VekTransform, RewindsFacesWhoseFourthIndexRepeatsTheThirdAsTriangles) {
+    BXVek::s_exportReverse = true;
+    const std::string bytes =
+        merged(onlyFaces(20002, {4, 5, 6, 7, 8, 9, 10, 10}, {40, 50, 60, 70, 80, 90, 100, 110}));
+    EXPECT_EQ(intsAt(bytes, kFirstPayload, 8), (Ints{4, 7, 6, 5, 8, 10, 9, 9}));
+    // A triangle's fourth corner value follows its second, whatever it held.
+    EXPECT_EQ(intsAt(bytes, kFirstPayload + 32 + 16, 8), (Ints{40, 70, 60, 50, 80, 100, 90, 90}));
+}
+
+TEST_F(VekTransform, RewindsTriangles) {
+    BXVek::s_importReverse = true;
+    const std::string bytes = split(onlyFaces(20003, {1, 2, 3}));
+    EXPECT_EQ(intsAt(bytes, kFirstPayload, 3), (Ints{1, 3, 2}));
+}
+
+// Required(R61)
+TEST_F(VekTransform, WalksPastTheLastTriangleByAThirdOfTheirLength) {
+    BXVek::s_exportReverse = true;
+    // Three triangles take 36 bytes; the walk ends at 48: one group of three values more.
+    const auto after = [&](int triangles) {
+        Ints faces;
+        for (int i = 0; i < 3 * triangles; ++i) faces.push_back(i);
+        const std::string bytes = merged(ExchangeFile()
+                                             .faces(20003, faces)
+                                             .block(777, 0, bytesOf(Ints{1, 2, 3, 4, 5, 6}), 8.0f)
+                                             .end()
+                                             .bytes());
+        return intsAt(bytes, kFirstPayload + 12 * static_cast<std::size_t>(triangles), 10);
+    };
+    float eight = 8.0f;
+    std::int32_t param;
+    std::memcpy(&param, &eight, 4);
+    EXPECT_EQ(after(3), (Ints{777, 0, 40, param, 1, 2, 3, 4, 5, 6}));
+    // Four triangles: 64 - 48 bytes make two groups more, since the walk steps by whole faces.
+    EXPECT_EQ(after(4), (Ints{777, 0, 40, param, 2, 1, 3, 4, 5, 6}));
+}
+
+// Required(R61)
+TEST_F(VekTransform, WalksPastTheLastTrianglesCornerValuesInTheSameWay) {
+    BXVek::s_exportReverse = true;
+    const std::string bytes = merged(ExchangeFile()
+                                         .corners(25002, {1, 2, 3, 4, 5, 6, 7, 8, 9})
+                                         .block(777, 9, bytesOf(Ints{10, 11, 12}))
+                                         .faces(20003, {0, 1, 2, 3, 4, 5, 6, 7, 8})
+                                         .end()
+                                         .bytes());
+    EXPECT_EQ(intsAt(bytes, kFirstPayload, 16),
+              (Ints{1, 3, 2, 4, 6, 5, 7, 9, 8, 777, 9, 28, 0, 10, 11, 12}));
+}
+
+TEST_F(VekTransform, LeavesFacesAloneWithoutTheReverseFlag) {
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X;
+    const std::string bytes = onlyFaces(20001, {0, 1, 2, 3});
+    EXPECT_EQ(merged(bytes), bytes);
+}
+
+TEST_F(VekTransform, TakesTheLastBlockOfAKind) {
+    BXVek::s_exportReverse = true;
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X;
+    const std::string bytes = merged(ExchangeFile()
+                                         .vertices({1, 0, 0})
+                                         .vertices({2, 0, 0})
+                                         .faces(20001, {0, 1, 2, 3})
+                                         .faces(20002, {4, 5, 6, 7})
+                                         .end()
+                                         .bytes());
+    EXPECT_EQ(floatsAt(bytes, 48, 1), Floats{1});
+    EXPECT_EQ(floatsAt(bytes, 48 + 28, 1), Floats{-2});
+    EXPECT_EQ(intsAt(bytes, 48 + 28 + 28, 4), (Ints{0, 1, 2, 3}));
+    EXPECT_EQ(intsAt(bytes, 48 + 28 + 28 + 32, 4), (Ints{4, 7, 6, 5}));
+}
+
+TEST_F(VekTransform, TakesAMagicInAnyLetterCaseAndKeepsIt) {
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X;
+    std::string bytes = oneVertex(1, 2, 3);
+    bytes.replace(0, 4, "vEKB");
+    const std::string after = merged(bytes);
+    EXPECT_EQ(firstVertex(after), (Floats{-1, 2, 3}));
+    EXPECT_EQ(after.substr(0, 4), "vEKB");
+}
+
+TEST_F(VekTransform, TurnsWhatIsFoundInAFileWithoutEndBlock) {
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X;
+    EXPECT_EQ(firstVertex(merged(ExchangeFile().vertices({1, 2, 3}).bytes())), (Floats{-1, 2, 3}));
+}
+
+TEST_F(VekTransform, EndsTheWalkAtABlockSizeBelow16) {
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X;
+    std::string bytes = ExchangeFile().map(45001, "x").vertices({1, 2, 3}).end().bytes();
+    bytes[36] = 12;
+    EXPECT_EQ(merged(bytes), bytes);
+}
+
+TEST_F(VekTransform, RejectsAMissingAnEmptyAndAForeignFile) {
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X;
+    const BXString file(path().c_str());
+    EXPECT_FALSE(BXUVMergeAlgo::mergeUVsInVekFile(file));
+    EXPECT_FALSE(fileIsThere(path()));
+    for (const std::string bytes : {"", "Vek", "Bekv and more", "\0\0\0\0rest"}) {
+        writeFile(path(), bytes);
+        EXPECT_FALSE(BXUVMergeAlgo::mergeUVsInVekFile(file)) << bytes;
+        EXPECT_FALSE(BXUVMergeAlgo::splitUVsInVekFile(file)) << bytes;
+        EXPECT_EQ(readFile(path()), bytes);
+    }
+}
+
+TEST_F(VekTransform, RejectsAFolderAPipeAndTheNullPath) {
+    EXPECT_FALSE(BXUVMergeAlgo::mergeUVsInVekFile(m_folder.path().c_str()));
+    ASSERT_EQ(mkfifo(path().c_str(), 0600), 0);
+    EXPECT_FALSE(BXUVMergeAlgo::mergeUVsInVekFile(path().c_str()));
+    EXPECT_FALSE(BXUVMergeAlgo::mergeUVsInVekFile(BXString()));
+}
+
+TEST_F(VekTransform, RejectsAFileThatCannotBeWrittenAndLeavesItAsItWas) {
+    if (geteuid() == 0 && access("/proc/1/mem", W_OK) == 0) GTEST_SKIP() << "root may write it";
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X;
+    const std::string bytes = oneVertex(1, 2, 3);
+    writeFile(path(), bytes);
+    ASSERT_EQ(chmod(path().c_str(), 0400), 0);
+    if (access(path().c_str(), W_OK) == 0) GTEST_SKIP() << "this user may write it";
+    EXPECT_FALSE(BXUVMergeAlgo::mergeUVsInVekFile(path().c_str()));
+    EXPECT_EQ(readFile(path()), bytes);
+}
+
+TEST_F(VekTransform, TakesThePathFromAFullOne) {
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X;
+    writeFile(path(), oneVertex(1, 2, 3));
+    EXPECT_TRUE(BXUVMergeAlgo::mergeUVsInVekFile(("Disk:" + path()).c_str()));
+    EXPECT_EQ(firstVertex(readFile(path())), (Floats{-1, 2, 3}));
+}
+
+TEST_F(VekTransform, LeavesAFileThatEveryReaderRefusesWhenItIsCutOff) {
+    // The first piece fits below the limit on file sizes, the write of a later one fails.
+    const std::size_t vertices = 100000;
+    const std::string bytes = ExchangeFile().vertices(Floats(3 * vertices, 1.0f)).end().bytes();
+    writeFile(path(), bytes);
+    const pid_t child = fork();
+    if (child == 0) {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit = {500000, 500000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X;
+        _exit(BXUVMergeAlgo::mergeUVsInVekFile(path().c_str()) ? 1 : 0);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "the transform was not cut off";
+    EXPECT_EQ(readFile(path()).size(), bytes.size());
+    EXPECT_FALSE(BXVekFile(path().c_str(), "rb").readVekFileHeader());
+    EXPECT_FALSE(BXUVMergeAlgo::mergeUVsInVekFile(path().c_str()));
+}
+
+TEST_F(VekTransform, ReachesBlocksBeyond4GiB) {
+    // A sparse file: only the headers and the last blocks take room on the disk.
+    const std::uint32_t gap = 0xC0000000u;
+    writeFile(path(), ExchangeFile().vertices({1, 2, 3}).bytes());
+    const int file = open(path().c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_GE(file, 0);
+    off_t offset = 32 + 28;
+    for (int i = 0; i < 2; ++i) {
+        const std::uint32_t header[4] = {777, gap, 0, 0};
+        ASSERT_EQ(pwrite(file, header, 16, offset), 16);
+        offset += gap;
+    }
+    const std::string tail = ExchangeFile().faces(20001, {0, 1, 2, 3}).end().bytes().substr(32);
+    if (pwrite(file, tail.data(), tail.size(), offset) != static_cast<ssize_t>(tail.size())) {
+        close(file);
+        GTEST_SKIP() << "no file of 6 GiB can be made here";
+    }
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X;
+    BXVek::s_exportReverse = true;
+    EXPECT_TRUE(BXUVMergeAlgo::mergeUVsInVekFile(path().c_str()));
+    std::int32_t face[4];
+    EXPECT_EQ(pread(file, face, 16, offset + 16), 16);
+    close(file);
+    EXPECT_EQ(Ints(face, face + 4), (Ints{0, 3, 2, 1}));
+}
+
+namespace {
+
+class RandomExchangeFiles {
+public:
+    explicit RandomExchangeFiles(unsigned int seed) : m_random(seed) {}
+
+    int below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
+
+    float coordinate() {
+        static const float odd[] = {0.0f, -0.0f, INFINITY, -INFINITY, NAN, 1e-40f, 3e38f};
+        if (below(20) == 0) return odd[below(7)];
+        return static_cast<float>(below(2001) - 1000) / 8.0f;
+    }
+
+    std::string make() {
+        static const std::uint32_t kinds[] = {20001, 20002, 20003};
+        const int vertices = below(40), faces = below(40);
+        const std::uint32_t kind = kinds[below(3)];
+        const int width = kind == 20003 ? 3 : 4;
+        Floats positions;
+        for (int i = 0; i < 3 * vertices; ++i) positions.push_back(coordinate());
+        Ints indices, values;
+        for (int i = 0; i < faces * width; ++i) {
+            indices.push_back(width == 4 && i % 4 == 3 && below(3) == 0
+                                  ? (kind == 20002 ? indices.back() : -1)
+                                  : below(vertices + 1));
+            values.push_back(1000 + i);
+        }
+        ExchangeFile file;
+        if (below(3) == 0)
+            file.map(45001, "t" + std::string(static_cast<std::size_t>(below(9)), 'x'));
+        if (below(9) != 0) file.vertices(positions);
+        const bool cornersFirst = below(4) == 0;
+        if (cornersFirst) file.corners(25002, values);
+        if (below(9) != 0) file.faces(kind, indices);
+        if (!cornersFirst && below(3) != 0) file.corners(25001, values);
+        if (below(3) == 0) file.block(777, 3, "something else");
+        if (below(9) != 0) file.end();
+        return file.bytes();
+    }
+
+    // Damage: counts, sizes, ids and bytes changed, the end cut off or grown.
+    std::string damaged(std::string bytes) {
+        for (int i = below(6); i >= 0; --i) {
+            const auto at = static_cast<std::size_t>(below(static_cast<int>(bytes.size())));
+            const std::size_t field = at / 4 * 4;
+            switch (below(5)) {
+                case 0:
+                    bytes[at] = static_cast<char>(below(256));
+                    break;
+                case 1:
+                    if (field >= 4 && field + 4 <= bytes.size()) bytes.replace(field, 4, 4, '\xFF');
+                    break;
+                case 2:
+                    if (field >= 4 && field + 4 <= bytes.size())
+                        bytes[field] = static_cast<char>(16 * below(9));
+                    break;
+                case 3:
+                    bytes.resize(std::max<std::size_t>(
+                        4, bytes.size() - static_cast<std::size_t>(below(20))));
+                    break;
+                default:
+                    bytes.append(static_cast<std::size_t>(below(20)), '\x01');
+                    break;
+            }
+        }
+        return bytes;
+    }
+
+    ReferenceSettings settings() {
+        ReferenceSettings settings;
+        settings.afterExport = below(2) == 0;
+        for (bool& flip : settings.flip) flip = below(3) == 0;
+        settings.switchYZ = below(3) == 0;
+        settings.reverse = below(3) != 0;
+        if (below(2) == 0) {
+            for (double& centre : settings.centre) centre = (below(81) - 40) * 0.3;
+        }
+        return settings;
+    }
+
+private:
+    std::mt19937 m_random;
+};
+
+void apply(const ReferenceSettings& settings) {
+    const unsigned int flips[2][4] = {{0x01, 0x02, 0x04, 0x40}, {0x08, 0x10, 0x20, 0x80}};
+    const unsigned int* bits = flips[settings.afterExport];
+    BXVek::s_ioPref = settings.switchYZ ? bits[3] : 0;
+    for (int axis = 0; axis < 3; ++axis) {
+        if (settings.flip[axis]) BXVek::s_ioPref |= bits[axis];
+    }
+    BXVek::s_exportReverse = settings.afterExport && settings.reverse;
+    BXVek::s_importReverse = !settings.afterExport && settings.reverse;
+    BXVek::s_scale = 3.0;
+    BXVek::s_offsetX = settings.centre[0] / 3.0;
+    BXVek::s_offsetY = settings.centre[1] / 3.0;
+    BXVek::s_offsetZ = settings.centre[2] / 3.0;
+}
+
+// The centre that the settings really give, with its rounding.
+ReferenceSettings asApplied(ReferenceSettings settings) {
+    settings.centre[0] = BXVek::s_scale * BXVek::s_offsetX;
+    settings.centre[1] = BXVek::s_scale * BXVek::s_offsetY;
+    settings.centre[2] = BXVek::s_scale * BXVek::s_offsetZ;
+    return settings;
+}
+
+// With every NaN's bits made one: which NaN comes out of arithmetic is the processor's business.
+std::string withOneNaN(std::string bytes) {
+    for (std::size_t at = 0; at + 4 <= bytes.size(); ++at) {
+        float value;
+        std::memcpy(&value, bytes.data() + at, 4);
+        if (value != value) bytes.replace(at, 4, "NaN!");
+    }
+    return bytes;
+}
+
+}  // namespace
+
+TEST_F(VekTransform, GivesTheBytesOfTheReferenceOnRandomFiles) {
+    RandomExchangeFiles files(1);
+    for (int i = 0; i < 3000; ++i) {
+        const std::string before = files.make();
+        ReferenceSettings settings = files.settings();
+        apply(settings);
+        settings = asApplied(settings);
+        const std::string after = changed(before, settings.afterExport);
+        ASSERT_EQ(withOneNaN(after), withOneNaN(referenceTransform(before, settings))) << i;
+    }
+}
+
+TEST_F(VekTransform, GivesTheBytesOfTheReferenceOnTenThousandDamagedFiles) {
+    RandomExchangeFiles files(2);
+    int taken = 0;
+    for (int i = 0; i < 10000; ++i) {
+        const std::string before = files.damaged(files.make());
+        ReferenceSettings settings = files.settings();
+        apply(settings);
+        settings = asApplied(settings);
+        writeFile(path(), before);
+        const BXString file(path().c_str());
+        taken += settings.afterExport ? BXUVMergeAlgo::mergeUVsInVekFile(file)
+                                      : BXUVMergeAlgo::splitUVsInVekFile(file);
+        const std::string after = readFile(path());
+        ASSERT_EQ(after.size(), before.size()) << i;
+        ASSERT_EQ(withOneNaN(after), withOneNaN(referenceTransform(before, settings))) << i;
+    }
+    EXPECT_GT(taken, 5000) << "the damage left too few files that begin as exchange files";
+}
+
+TEST_F(VekTransform, KeepsTheLengthOfEveryPrefixOfAFile) {
+    BXVek::s_ioPref = BXVekApp::EXPORT_FLIP_X | BXVekApp::EXPORT_SWITCH_YZ;
+    BXVek::s_exportReverse = true;
+    ReferenceSettings settings;
+    settings.flip[0] = settings.switchYZ = settings.reverse = true;
+    const std::string whole = ExchangeFile()
+                                  .vertices({1, 2, 3, 4, 5, 6, 7, 8, 9})
+                                  .faces(20001, {0, 1, 2, -1, 2, 1, 0, 1})
+                                  .corners(25001, {1, 2, 3, 4, 5, 6, 7, 8})
+                                  .end()
+                                  .bytes();
+    for (std::size_t size = 4; size <= whole.size(); ++size) {
+        const std::string before = whole.substr(0, size);
+        ASSERT_EQ(merged(before), referenceTransform(before, settings)) << size;
+    }
+}
+
+TEST_F(VekTransform, GivesTheBytesOfTheReferenceAcrossItsPieces) {
+    // Some hundred thousand faces: more than one piece in every walk, corners far and near.
+    for (const std::uint32_t kind : {20001u, 20002u, 20003u}) {
+        const std::size_t width = kind == 20003 ? 3 : 4;
+        Ints indices, values;
+        for (std::size_t i = 0; i < 40000 * width; ++i) {
+            indices.push_back(static_cast<std::int32_t>(i % 977) - 100);
+            values.push_back(static_cast<std::int32_t>(i));
+        }
+        Floats positions;
+        for (int i = 0; i < 3 * 50001; ++i) positions.push_back(static_cast<float>(i) * 0.37f);
+        const std::string before = ExchangeFile()
+                                       .vertices(positions)
+                                       .faces(kind, indices)
+                                       .corners(25001, values)
+                                       .end()
+                                       .bytes();
+        ReferenceSettings settings;
+        settings.flip[1] = settings.switchYZ = settings.reverse = true;
+        settings.centre[0] = 0.25;
+        settings.centre[2] = -7.5;
+        apply(settings);
+        settings = asApplied(settings);
+        ASSERT_TRUE(merged(before) == referenceTransform(before, settings)) << kind;
+    }
+}
+
+TEST_F(VekTransform, ImportUndoesExportUnderTheSameSwitches) {
+    RandomExchangeFiles files(3);
+    for (int i = 0; i < 500; ++i) {
+        ReferenceSettings settings = files.settings();
+        for (double& centre : settings.centre) centre = files.below(9) - 4;
+        const std::string before = ExchangeFile()
+                                       .vertices({1, 2, 3, -4, 5.5f, 6})
+                                       .faces(20001, {0, 1, 0, 1, 1, 0, 1, -1})
+                                       .corners(25001, {1, 2, 3, 4, 5, 6, 7, 8})
+                                       .end()
+                                       .bytes();
+        settings.afterExport = true;
+        apply(settings);
+        BXVek::s_scale = 1.0;
+        BXVek::s_offsetX *= 3.0, BXVek::s_offsetY *= 3.0, BXVek::s_offsetZ *= 3.0;
+        const std::string there = merged(before);
+        // The import's bits lie as the export's do, but the switch.
+        BXVek::s_ioPref = (BXVek::s_ioPref >> 3 & 0x07) | (BXVek::s_ioPref >> 1 & 0x40);
+        BXVek::s_importReverse = settings.reverse;
+        ASSERT_EQ(split(there), before) << i;
+    }
+}
