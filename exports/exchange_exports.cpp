@@ -1,0 +1,126 @@
+#include "bridge/bx_vek.h"
+#include "exports/call_frame.h"
+#include "exports/library_state.h"
+#include "exports/object_list.h"
+#include "formats/bx_uv_merge_algo.h"
+#include "formats/bx_vek_file.h"
+#include "foundation/bx_log_server.h"
+#include "os/bx_disk_server.h"
+#include "os/bx_file.h"
+
+namespace {
+
+// Prepares the file at `text` for the other side; 0 or -1.
+float prepare(const char* text, bool (*forVekFile)(const BXString& path)) {
+    const BXString path(BXString(text).getValidFilePath());
+    if (!BXDiskServer::fileExists(path)) return -1.0f;
+    if (!path.endsWith(".Vek", true)) return -1.0f;
+    return forVekFile(path) ? 0.0f : -1.0f;
+}
+
+// The block that holds the map which the number selects; 0 for a number that selects none.
+unsigned int mapBlock(double selector) {
+    if (selector == 0.0) return kVekMap0;
+    if (selector == 1.0) return kVekMap1;
+    if (selector == 2.0) return kVekMap2;
+    return 0;
+}
+
+// Finds the first block of the kind `wanted`, leaving the file at its payload. The search ends,
+// beside at the end block, where a blockSize would lead backwards.
+bool findBlock(const BXVekFile& file, unsigned int wanted, Vek_Header& header) {
+    while (file.readVekBlockHeader(header) && header.id != kVekEnd) {
+        if (header.blockSize < kVekBlockHeaderSize) return false;
+        if (header.id == wanted) return true;
+        file.skipVekBlock(header);
+    }
+    return false;
+}
+
+// The map file name that `wanted` holds; empty when there is none. Where the kind of map has a
+// number, that goes to `number`.
+BXString readMapName(const BXVekFile& file, unsigned int wanted, char* number) {
+    BXString name;
+    Vek_Header header;
+    if (!findBlock(file, wanted, header) || !file.readVekText(header, name)) return BXString();
+    if (header.id == kVekMap2) {
+        textOut(number, BXString::format("%f", static_cast<double>(header.param)));
+    }
+    return name;
+}
+
+float firstObjectTexture(double selector, char* nameBlock, char* numberBlock) {
+    BXLogServer::printLine("GetFirstObjectTextureFileName called");
+    if (readObjectList() == 0) return -1.0f;
+    const BXString path = s_objectList[0] + ".vek";
+    BXLogServer::printLine("  reading %s", path.c_str());
+    BXVekFile file(path, "rb");
+    if (!file.readVekFileHeader()) return -1.0f;
+    BXString name = readMapName(file, mapBlock(selector), numberBlock);
+    file.close();
+    if (name.isEmpty()) {
+        BXLogServer::printLine("  no texture found");
+        return -1.0f;
+    }
+    BXLogServer::printLine("  tex: %s", name.c_str());
+    name.replaceCharsOf("\\", '/');
+    textOut(nameBlock, name);
+    return 0.0f;
+}
+
+}  // namespace
+
+float VekPostExport(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    return guarded(-1.0f, [&] { return prepare(text, BXUVMergeAlgo::mergeUVsInVekFile); });
+}
+
+float VekPreImport(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    return guarded(-1.0f, [&] { return prepare(text, BXUVMergeAlgo::splitUVsInVekFile); });
+}
+
+float VekClearFile(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    return guarded(
+        0.0f, [&] { return yesOrNo(BXFile::overwrite(BXString(text).getValidFilePath(), "", 0)); });
+}
+
+float VekDeleteFile(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    return guarded(0.0f, [&] { return yesOrNo(BXDiskServer::deleteFile(text)); });
+}
+
+float VekCleanCaches(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    return guarded(0.0f, [&] {
+        BXDiskServer::deleteDirectory(BXVek::getDefaultProjectFile("*"), true, false);
+        return 0.0f;
+    });
+}
+
+float GetFirstObjectTextureFileName(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    return guarded(-1.0f, [&] { return firstObjectTexture(value, buffer1, buffer2); });
+}
+
+float IsVekFilePathValid(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    return guarded(0.0f, [&] {
+        const BXString path(text);
+        const BXFile file(path.getValidFilePath(), BXFile::Access::Read);
+        return yesOrNo(file.isOpen() && file.size() != 0);
+    });
+}
+
+float ReadVekProjectPath(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    return guarded(0.0f, [&] {
+        BXString path;
+        BXDiskServer::readFileAsString(BXVek::getProjectPathFile(), path);
+        const int lineBreak = path.findLastCharOf("\r\n");
+        if (lineBreak >= 0) path = path.subString(0, lineBreak);
+        if (!path.isEmpty()) textOut(buffer1, path);
+        return 0.0f;
+    });
+}

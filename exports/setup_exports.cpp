@@ -1,0 +1,136 @@
+#include "bridge/bx_vek.h"
+#include "bridge/bx_vek_app_parser.h"
+#include "config/bx_generic_config_file_parser.h"
+#include "exports/call_frame.h"
+#include "exports/library_state.h"
+#include "os/bx_disk_server.h"
+#include "os/bx_folder.h"
+#include "os/shell.h"
+
+namespace {
+
+using Parser = BXGenericConfigFileParser;
+
+constexpr std::size_t kMostApps = 32;
+const char kConfigFile[] = "Vek_Config.txt";
+const char kInfoFile[] = "Vek_Info.txt";
+const char kUnlockedKey[] = "APPS_UNLOCKED";
+// Takes the mark off an application that was downloaded, which keeps it from being started.
+const char kUnlockCommand[] = "xattr -d com.apple.quarantine ";
+
+const char* hostName() {
+    return sizeof(void*) == 8 ? "/Dorvia64.app" : "/Dorvia.app";
+}
+
+void recordHost(const BXString& folder) {
+    const BXString host = folder + hostName();
+    BXVek::setDorviaPath(host.getValidFilePath());
+}
+
+bool isUnlocked(const BXString& configFile) {
+    const BXString value = Parser::findTokenInConfigFile(configFile, kUnlockedKey, nullptr);
+    return !value.isEmpty() && Parser::paramToBool(value.c_str());
+}
+
+void markUnlocked(const BXString& configFile) {
+    Parser::replaceTokenInConfigFile(configFile, kUnlockedKey, "TRUE", nullptr);
+}
+
+void unlockHubHelpers() {
+    if (!BXDiskServer::folderExists(BXVek::s_VekHubFolder)) return;
+    const BXString configFile = BXVek::getDorviaFile(kConfigFile);
+    if (isUnlocked(configFile)) return;
+    const char* const helpers[] = {"VekHubFromApp.app", "VekLocateApp.app",
+                                   "VekMakeObjectPath.app"};
+    for (const char* helper : helpers) {
+        const BXString path = BXVek::getDorviaFile(helper);
+        if (BXDiskServer::folderExists(path)) bxRunShellCommand(kUnlockCommand + path);
+    }
+    markUnlocked(configFile);
+}
+
+void unlockAppHelpers(const BXString& app) {
+    const BXString configFile = BXVek::getAppFile(app, kConfigFile);
+    if (isUnlocked(configFile)) return;
+    BXFolder folder(BXVek::getAppFolder(app).c_str());
+    BXFolder::Entry entry;
+    while (folder.nextBelow(entry)) {
+        const BXString name(entry.name);
+        if (!entry.isFolder || !name.endsWith(".app", false)) continue;
+        bxRunShellCommand(kUnlockCommand + ("\"" + BXVek::getAppFile(app, name) + "\""));
+    }
+    markUnlocked(configFile);
+}
+
+// The ids of the target applications, in the order in which the file system lists their folders.
+BXArray<BXString> findApps() {
+    BXArray<BXString> apps;
+    apps.reserve(kMostApps);
+    BXFolder folder(BXVek::s_VekAppsFolder.c_str());
+    BXFolder::Entry entry;
+    while (apps.size() < kMostApps && folder.nextBelow(entry)) {
+        if (!entry.isFolder) continue;
+        if (!BXDiskServer::fileExists(BXVek::getAppFile(entry.name, kInfoFile))) continue;
+        apps.emplace_back(entry.name);
+    }
+    return apps;
+}
+
+BXVekApp readApp(const BXString& id) {
+    BXVekAppParser parser;
+    parser.parseFile(BXVek::getAppFile(id, kInfoFile));
+    BXVekApp app(parser);
+    app.id = id;
+    return app;
+}
+
+}  // namespace
+
+float InitializeVek(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    return guarded(0.0f, [&] {
+        recordHost(text);
+        unlockHubHelpers();
+        const BXArray<BXString> ids = findApps();
+        s_vekApps.reinit(static_cast<int>(ids.size()));
+        for (std::size_t i = 0; i < ids.size(); ++i) {
+            s_vekApps[i] = readApp(ids[i]);
+            unlockAppHelpers(ids[i]);
+        }
+        return static_cast<float>(ids.size());
+    });
+}
+
+float VekSetExportScale(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    BXVek::s_scale = value;
+    return 0.0f;
+}
+
+float VekSetExportOffsetX(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    BXVek::s_offsetX = value;
+    return 0.0f;
+}
+
+float VekSetExportOffsetY(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    BXVek::s_offsetY = value;
+    return 0.0f;
+}
+
+float VekSetExportOffsetZ(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    BXVek::s_offsetZ = value;
+    return 0.0f;
+}
+
+float PrintInLog(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    return 0.0f;
+}
+
+float DeclareMacroActivated(VEK_ARGUMENTS) {
+    VEK_UNUSED_ARGUMENTS;
+    return 0.0f;
+}

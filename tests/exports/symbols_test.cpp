@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+#include <sys/time.h>
+
+#include <cstdio>
+#include <cstring>
+#include <set>
+#include <string>
+
+#include "tests/support/host.h"
+
+namespace {
+
+std::set<std::string> listed() {
+    std::set<std::string> names;
+#define X(name, group, textUse, valueUse, kind1, kind2, result) names.insert(#name);
+#include "exports/exports.def.h"
+#undef X
+    return names;
+}
+
+// The names of the library's dynamic symbols, with the letter of their kind in front.
+std::set<std::string> shown() {
+    std::set<std::string> symbols;
+    FILE* const nm = popen("nm -D --defined-only '" VEK_LIBRARY "'", "r");
+    if (!nm) return symbols;
+    char address[64], kind[8], name[512];
+    while (std::fscanf(nm, "%63s %7s %511s", address, kind, name) == 3) {
+        symbols.insert(std::string(kind) + " " + name);
+    }
+    pclose(nm);
+    return symbols;
+}
+
+}  // namespace
+
+TEST(Symbols, AreThe49ListedFunctionsAndTwoDataSymbolsAndNoOther) {
+    std::set<std::string> expected;
+    for (const std::string& name : listed()) expected.insert("T " + name);
+    ASSERT_EQ(expected.size(), 49u);
+    expected.insert("B s_startTimeVal");
+    expected.insert("B s_table2");
+    EXPECT_EQ(shown(), expected);
+}
+
+TEST(Symbols, ResolveByName) {
+    const LoadedLibrary library;
+    for (const std::string& name : listed()) {
+        EXPECT_NE(library.symbol(name.c_str()), nullptr) << name;
+    }
+}
+
+TEST(Symbols, DoNotResolveByNamesThatAreNear) {
+    const LoadedLibrary library;
+    for (const char* name : {"InitializeVek_", "_InitializeVek", "initializeVek",
+                             "GetVekAppTemplate", "VekPostExports", "s_table", "s_vekApps"}) {
+        EXPECT_EQ(library.symbol(name), nullptr) << name;
+    }
+}
+
+TEST(Symbols, HoldZeroAtLoad) {
+    const LoadedLibrary library;
+    const auto* started = static_cast<const timeval*>(library.symbol("s_startTimeVal"));
+    const auto* table = static_cast<void* const*>(library.symbol("s_table2"));
+    ASSERT_TRUE(started && table);
+    EXPECT_EQ(started->tv_sec, 0);
+    EXPECT_EQ(started->tv_usec, 0);
+    EXPECT_EQ(*table, nullptr);
+}
+
+TEST(Symbols, GoWithTheLibraryWhenItIsUnloaded) {
+    // Each load begins anew: the list read in one is not there in the next.
+    for (int i = 0; i < 50; ++i) {
+        const LoadedLibrary library;
+        OutText out;
+        library.call("GetVekObjectPath", 0.0, out.block());
+        ASSERT_TRUE(out.untouched()) << i;
+    }
+}
