@@ -9,7 +9,7 @@ namespace {
 struct Found {
     std::uint32_t id = 0;
     std::uint32_t count = 0;
-    std::size_t payload = 0;
+    std::uint64_t payload = 0;
 };
 
 class Reference {
@@ -30,23 +30,23 @@ public:
 
 private:
     template <class T>
-    T get(std::size_t offset) const {
+    T get(std::uint64_t offset) const {
         T value;
-        std::memcpy(&value, m_bytes.data() + offset, sizeof value);
+        std::memcpy(&value, m_bytes.data() + static_cast<std::size_t>(offset), sizeof value);
         return value;
     }
 
     template <class T>
-    void put(std::size_t offset, T value) {
-        std::memcpy(&m_bytes[offset], &value, sizeof value);
+    void put(std::uint64_t offset, T value) {
+        std::memcpy(&m_bytes[static_cast<std::size_t>(offset)], &value, sizeof value);
     }
 
-    bool holds(std::size_t offset, std::size_t size) const {
+    bool holds(std::uint64_t offset, std::uint64_t size) const {
         return offset <= m_bytes.size() && m_bytes.size() - offset >= size;
     }
 
     void walk() {
-        for (std::size_t at = 32; holds(at, 16) && get<std::uint32_t>(at) != 0;) {
+        for (std::uint64_t at = 32; holds(at, 16) && get<std::uint32_t>(at) != 0;) {
             const Found found = {get<std::uint32_t>(at), get<std::uint32_t>(at + 8), at + 16};
             const auto size = get<std::uint32_t>(at + 4);
             if (size < 16) return;
@@ -65,7 +65,7 @@ private:
         if (nothing) return;
         const int perm[3] = {0, m_settings.switchYZ ? 2 : 1, m_settings.switchYZ ? 1 : 2};
         for (std::uint32_t i = 0; i < m_vertices.count; ++i) {
-            const std::size_t at = m_vertices.payload + std::size_t{12} * i;
+            const std::uint64_t at = m_vertices.payload + std::uint64_t{12} * i;
             if (!holds(at, 12)) return;
             double p[3], q[3];
             for (std::size_t k = 0; k < 3; ++k) p[k] = get<float>(at + 4 * k);
@@ -79,7 +79,7 @@ private:
         }
     }
 
-    void swapInts(std::size_t group, std::size_t a, std::size_t b) {
+    void swapInts(std::uint64_t group, std::size_t a, std::size_t b) {
         const auto first = get<std::int32_t>(group + 4 * a);
         put(group + 4 * a, get<std::int32_t>(group + 4 * b));
         put(group + 4 * b, first);
@@ -87,11 +87,11 @@ private:
 
     void rewindFaces() {
         const bool triangles = m_faces.id == 20003;
-        const std::size_t stride = triangles ? 12 : 16;
-        const std::size_t end = std::size_t{16} * m_faces.count;
-        for (std::size_t at = 0; at < end; at += stride) {
-            const std::size_t face = m_faces.payload + at;
-            const std::size_t corner = m_corners.payload + at;
+        const std::uint64_t stride = triangles ? 12 : 16;
+        const std::uint64_t end = std::uint64_t{16} * m_faces.count;
+        for (std::uint64_t at = 0; at < end; at += stride) {
+            const std::uint64_t face = m_faces.payload + at;
+            const std::uint64_t corner = m_corners.payload + at;
             const bool faceThere = holds(face, stride);
             const bool cornerThere = m_corners.id != 0 && holds(corner, stride);
             if (!faceThere && !(triangles && cornerThere)) return;
@@ -101,13 +101,13 @@ private:
         }
     }
 
-    bool isTriangle(std::size_t face, bool triangles) const {
+    bool isTriangle(std::uint64_t face, bool triangles) const {
         if (triangles) return true;
         const auto fourth = get<std::int32_t>(face + 12);
         return m_faces.id == 20001 ? fourth < 0 : fourth == get<std::int32_t>(face + 8);
     }
 
-    void rewind(std::size_t group, bool triangles, bool triangle) {
+    void rewind(std::uint64_t group, bool triangles, bool triangle) {
         if (triangles) return swapInts(group, 1, 2);
         const auto second = get<std::int32_t>(group + 4);
         swapInts(group, 1, triangle ? 2 : 3);
