@@ -19,9 +19,7 @@ bool isBlank(char c) {
 }  // namespace
 
 BXLineWalker::BXLineWalker(const char* begin, const char* end)
-    : m_position(begin), m_textEnd(find(begin, end, '\0')), m_end(end) {
-    m_lineFeed = find(begin, m_textEnd, '\n');
-}
+    : m_position(begin), m_lineFeed(find(begin, end, '\n')), m_end(end) {}
 
 bool BXLineWalker::next(const char*& lineBegin, const char*& lineEnd) {
     if (m_position == m_end) return false;
@@ -31,10 +29,10 @@ bool BXLineWalker::next(const char*& lineBegin, const char*& lineEnd) {
 }
 
 const char* BXLineWalker::afterNextBreak(const char* position) {
-    if (m_lineFeed < position) m_lineFeed = find(position, m_textEnd, '\n');
+    if (m_lineFeed < position) m_lineFeed = find(position, m_end, '\n');
     const char* next = find(position, m_lineFeed, '\r');
-    while (next != m_textEnd && isBreak(*next)) ++next;
-    return next == m_textEnd ? m_end : next;
+    while (next != m_end && isBreak(*next)) ++next;
+    return next;
 }
 
 bool trimLine(const char*& begin, const char*& end) {

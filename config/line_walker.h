@@ -4,7 +4,7 @@
 
 // Walks the lines of a text in memory. A line runs up to the start of the next one, its breaks
 // included: the next line begins after the next run of CR and LF. The last line runs to the end. A
-// NUL ends the text for the walk; what follows it belongs to the last line.
+// NUL is a character like any other, so that rewriting a file loses nothing behind one.
 class BXLineWalker {
 public:
     BXLineWalker(const char* begin, const char* end);
@@ -17,7 +17,6 @@ private:
 
     const char* m_position;
     const char* m_lineFeed;  // the next one; found once, also for many lines that end with CR alone
-    const char* m_textEnd;   // the first NUL, or the end
     const char* m_end;
 };
 

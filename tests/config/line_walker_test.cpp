@@ -32,9 +32,9 @@ TEST(LineWalker, RunsALineUpToTheStartOfTheNext) {
     EXPECT_EQ(linesOf(""), Lines{});
 }
 
-TEST(LineWalker, LeavesWhatFollowsANulWithTheLastLine) {
-    const std::string text("a\nb\0c\nd\n", 8);
-    EXPECT_EQ(linesOf(text), (Lines{"a\n", text.substr(2)}));
+TEST(LineWalker, TakesANulForACharacter) {
+    const std::string text("a\n\0b\nc\0\n", 8);
+    EXPECT_EQ(linesOf(text), (Lines{"a\n", text.substr(2, 3), text.substr(5)}));
 }
 
 TEST(LineWalker, TrimsBreaksAtTheEndAndBlanksAtBothEnds) {
