@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+// The hub's text files, through which the host and this application hand objects to each other.
+class Hub {
+public:
+    // `tree` is the folder that holds VekHub and VekApps.
+    explicit Hub(const std::string& tree) : m_folder(tree + "/VekHub/") {}
+
+    // The id of the application that the user selected; empty when there is none.
+    std::string selectedApplication() const;
+    // One entry per object: the path of its exchange file without the extension.
+    std::vector<std::string> objects() const;
+    // Empty on success, otherwise a sentence.
+    std::string writeObjects(const std::vector<std::string>& objects) const;
+
+private:
+    std::string m_folder;
+};

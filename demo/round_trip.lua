@@ -1,0 +1,260 @@
+-- A mesh goes from the host to another application and back, as a macro of the host does it: the
+-- example to copy. Run it with `make demo`, or by itself where nobody uses the bridge:
+--
+--     vek run demo/round_trip.lua [--mesh FILE.obj] [--faces COUNT] [--app FOLDER]
+--                                 [--project FOLDER] [--out FOLDER] [--locale NAME]
+--
+-- Every export is a function here. It returns the export's number first and then what the export
+-- wrote, nil where it wrote nothing. step() times a call and notes it for the table at the end,
+-- expect() ends the macro with a sentence when something went wrong; both are in journal.lua.
+
+local journal = dofile(vek.script_folder .. "/journal.lua")
+local files = dofile(vek.script_folder .. "/files.lua")
+local step, expect = journal.step, journal.expect
+
+local TREE = "/Users/Shared/Kelvaro"
+local HOST_FOLDER = "/Applications/Dorvia"
+local APP = "Example"
+local TWIST = 90 -- degrees, from the bottom of the mesh to its top
+
+local SCALE = 2
+
+local options, complaint = files.options(arg, {
+    app = vek.script_folder .. "/../build/release/apps/" .. APP,
+    project = TREE .. "/VekProjects/Default",
+    out = "build/demo",
+    faces = "100000",
+}, { "mesh", "locale" })
+expect(options, complaint)
+
+-- What an installer does: the folders, and in VekApps a folder for each target application.
+local function make_tree()
+    expect(os.getenv("VEK_VIEW") or not files.is_there(TREE),
+        TREE .. " is there already and may be somebody's own. Run this with `make demo`.")
+    for _, folder in ipairs { TREE .. "/VekHub", TREE .. "/VekApps/" .. APP,
+                              TREE .. "/VekProjects/Default", options.project, options.out } do
+        expect(files.make_folder(folder), "The folder cannot be made: " .. folder)
+    end
+    expect(files.copy_contents(options.app, TREE .. "/VekApps/" .. APP),
+        "The application cannot be copied from " .. options.app .. ". Is it built?")
+end
+
+-- The mesh that the user works on in the host: right-handed, y up, faces wound outwards.
+local function host_mesh()
+    if not options.mesh then
+        local faces = math.tointeger(tonumber(options.faces))
+        expect(faces and faces >= 200 and faces <= 10000000,
+            "--faces needs a number between 200 and 10000000, not " .. options.faces .. ".")
+        print("The mesh is a vase made on the spot.")
+        return vek.make_surface(faces), "Vase"
+    end
+    local mesh, notes = vek.load_obj(options.mesh)
+    expect(mesh, notes)
+    print("The mesh is " .. options.mesh .. ".")
+    files.tell_changes(mesh, notes)
+    local edges = mesh:edges()
+    local closed = edges.open + edges.disagreeing + edges.crowded == 0
+    if closed and mesh:signed_volume() < 0 then
+        print("Its faces are wound inwards; they are turned round before the export.")
+        mesh = mesh:rewound()
+    end
+    return mesh, files.base_name(options.mesh)
+end
+
+-- Where the object stands in the host. The export mirrors it about scale * offset, not about the
+-- origin, so that it stays in its place.
+local function placement(mesh)
+    local size = mesh:bounds().size
+    local largest = math.max(size.x, size.y, size.z)
+    return { x = largest / 4, y = -largest / 2, z = largest }
+end
+
+local function mirror_centre(mesh)
+    local offset = placement(mesh)
+    return { x = SCALE * offset.x, y = SCALE * offset.y, z = SCALE * offset.z }
+end
+
+-- The names of the maps that go with the mesh, by selector.
+local function give_maps(mesh, object)
+    local maps = {
+        [0] = { name = object .. "_color.png", param = 0 },
+        [1] = { name = object .. "_normal.png", param = 0 },
+        [2] = { name = object .. "_height.png", param = 0.5 },
+    }
+    for selector = 0, 2 do mesh:set_map(selector, maps[selector].name, maps[selector].param) end
+    return maps
+end
+
+local function start_the_bridge()
+    local found = step("InitializeVek", InitializeVek, HOST_FOLDER)
+    expect(found >= 1, "The bridge found no target application below " .. TREE .. "/VekApps.")
+end
+
+-- The selection outlasts the macro: the target application reads it too.
+local function select_the_application()
+    local index = step("FindVekApp", FindVekApp, APP)
+    expect(index >= 0, "The bridge does not know the application " .. APP .. ".")
+    step("SetVekAppIndex", SetVekAppIndex, index)
+    local selected = step("GetVekAppIndex", GetVekAppIndex)
+    expect(selected == index, "The selection of " .. APP .. " was not kept.")
+    local _, extension = step("GetVekAppExt", GetVekAppExt, index)
+    expect(extension == ".vek", APP .. " does not take mesh exchange files.")
+    return index, extension
+end
+
+-- Asking for the preferences is what tells the library which way to turn the files that follow.
+local function prepare_the_export(index, offset)
+    local _, low, high = step("GetVekAppIOPrefs", GetVekAppIOPrefs, index)
+    expect(low == 0 and high == 0, "The library leaves the mirroring of the files to the macro.")
+    step("VekSetExportScale", VekSetExportScale, SCALE)
+    step("VekSetExportOffsetX", VekSetExportOffsetX, offset.x)
+    step("VekSetExportOffsetY", VekSetExportOffsetY, offset.y)
+    step("VekSetExportOffsetZ", VekSetExportOffsetZ, offset.z)
+end
+
+-- Floats round at each transform. A low and wide mesh makes more of it, as the angle of the twist
+-- hangs on the height.
+local function allowed_distance(mesh)
+    local box, centre, reach = mesh:bounds(), mirror_centre(mesh), 0
+    for _, axis in ipairs { "x", "y", "z" } do
+        local far = math.max(math.abs(box.min[axis]), math.abs(box.max[axis]))
+        reach = math.max(reach, far + 2 * math.abs(centre[axis]))
+    end
+    local width = math.max(box.size.x, box.size.z)
+    return 5e-7 * reach * (1 + (box.size.y > 0 and 2 * width / box.size.y or 0))
+end
+
+-- What a comparison counted, in words; empty when the meshes are the same but for rounding.
+local function words_for(difference, allowed)
+    local words = {}
+    for what, count in pairs(difference) do
+        local is_distance = what:find("distance", 1, true)
+        if not is_distance and count > 0 then
+            words[#words + 1] = what:gsub("_", " ") .. ": " .. count
+        end
+    end
+    if not (difference.max_distance <= allowed) then
+        words[#words + 1] = ("a vertex is %.3g out of place"):format(difference.max_distance)
+    end
+    table.sort(words)
+    return table.concat(words, ", ")
+end
+
+local function expect_same(expected, mesh, complaint)
+    local difference = step("(host) compares", vek.compare, expected, mesh)
+    local allowed = allowed_distance(expected)
+    local words = words_for(difference, allowed)
+    expect(words == "", complaint .. " (" .. words .. ").")
+    return difference, allowed
+end
+
+-- The application is left-handed with z up. y and z change places about the centre, which mirrors
+-- the mesh once, so its faces are rewound. A macro does not need this: the export does it.
+local function as_the_application_needs_it(mesh)
+    local centre = mirror_centre(mesh)
+    local function switched(x, y, z)
+        return x, z - centre.z + centre.y, y - centre.y + centre.z
+    end
+    return mesh:map(switched):rewound()
+end
+
+-- An object line is the path of the exchange file without its extension.
+local function export(mesh, object, extension)
+    local path = object .. extension
+    local written, why = step("(host) writes the mesh", mesh.write, mesh, path)
+    expect(written, why)
+    local cleared = step("ClearVekObjectList", ClearVekObjectList)
+    expect(cleared == 1, "The object list cannot be emptied.")
+    step("AddVekObjectToList", AddVekObjectToList, object)
+    local prepared = step("VekPostExport", VekPostExport, path)
+    expect(prepared == 0, "The exchange file cannot be turned for " .. APP .. ": " .. path)
+
+    local seen, reason = vek.read_mesh(path)
+    expect(seen, reason)
+    expect_same(as_the_application_needs_it(mesh), seen,
+        "The export did not turn the mesh as " .. APP .. " needs it")
+    return seen
+end
+
+-- The application is a program of its own; it reports what it was given.
+local function edit_in_the_application(mesh)
+    local program = files.quoted(TREE .. "/VekApps/" .. APP .. "/vek_example")
+    local flaws = mesh:edges().disagreeing -- a mesh that never was quite right is no fault of ours
+    local command = ("%s --twist %d --known-flaws %d edit"):format(program, TWIST, flaws)
+    local done, facts = step("(" .. APP .. ") edits the mesh", files.report_of, command)
+    expect(done, APP .. " did not edit the mesh: " .. facts.last_line)
+    expect(tonumber(facts.disagreeing_edges) == flaws,
+        APP .. " saw faces wound against each other.")
+    expect(math.abs(tonumber(facts.height) - mesh:bounds().size.y) <= allowed_distance(mesh),
+        APP .. " saw the mesh lie down.")
+    print(("%s, %s-handed with %s up, was given %s faces, height %s, closed: %s, signed volume %s.")
+        :format(APP, facts.handedness, facts.up, facts.faces, facts.height, facts.closed,
+            facts.signed_volume))
+end
+
+local function find_what_came_back(object)
+    local count = step("ReadVekObjectList", ReadVekObjectList)
+    expect(count == 1, APP .. " handed back " .. count .. " objects instead of one.")
+    local _, edited = step("GetVekObjectPath", GetVekObjectPath, 0)
+    expect(edited == object .. "_edited", APP .. " did not hand back an object of its own.")
+    return edited
+end
+
+-- The application writes its paths with backslashes; the export turns them.
+local function check_maps(maps)
+    for selector = 0, 2 do
+        local found, name, param =
+            step("GetFirstObjectTextureFileName", GetFirstObjectTextureFileName, selector)
+        expect(found == 0 and name == maps[selector].name,
+            "The name of map " .. selector .. " did not come back.")
+        expect(selector ~= 2 or tonumber(param) == maps[2].param, "The number of map 2 was lost.")
+    end
+end
+
+local function import(path)
+    local prepared = step("VekPreImport", VekPreImport, path)
+    expect(prepared == 0, "The exchange file cannot be turned for the host: " .. path)
+    local back, why = step("(host) reads the mesh", vek.read_mesh, path)
+    expect(back, why)
+    return back
+end
+
+-- The application turns from its x to its y. Seen from the host, in the mirror, that is the other
+-- way round; about the middle of the mesh, wherever the mirror's centre lies.
+local function expected_back(mesh)
+    return mesh:twisted_about_y(-TWIST)
+end
+
+local function save(mesh, name)
+    local saved, why = mesh:save_obj(options.out .. "/" .. name .. ".obj")
+    expect(saved, why)
+end
+
+if options.locale then
+    expect(os.setlocale(options.locale), "There is no locale " .. options.locale .. " here.")
+end
+make_tree()
+local mesh, name = host_mesh()
+files.tell_counts(mesh)
+local object = options.project .. "/" .. name
+local maps = give_maps(mesh, object)
+
+start_the_bridge()
+local index, extension = select_the_application()
+prepare_the_export(index, placement(mesh))
+local seen = export(mesh, object, extension)
+edit_in_the_application(mesh)
+local edited = find_what_came_back(object)
+check_maps(maps)
+local back = import(edited .. extension)
+
+save(mesh, "host")
+save(seen, "application")
+save(back, "back")
+local difference, allowed = expect_same(expected_back(mesh), back, "The mesh came back damaged")
+journal.print_table()
+print(("%d faces wound wrong, %d corners lost, largest distance %.3g (rounding allows %.3g)")
+    :format(difference.faces_wound_wrong, difference.corners_lost, difference.max_distance,
+        allowed))
+print("To look at: host.obj, application.obj (what " .. APP .. " was given), back.obj in "
+    .. options.out)

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+// The commands of the tool. Each prints to standard output and returns the tool's exit status: 0
+// fine, 1 it failed or found damage, 2 it was asked for something that cannot be done.
+
+int listExports(bool json);
+
+struct CallRequest {
+    std::string name;
+    std::string library;
+    std::optional<std::string> text;
+    double value = 0.0;
+    std::optional<std::string> in1, in2;
+    int out1 = 4096, out2 = 4096;
+    bool json = false;
+};
+int callExport(const CallRequest& request);
+
+int runMacro(const std::string& script, const std::string& library,
+             const std::vector<std::string>& arguments);
+
+int showInfo(const std::string& path, bool json);

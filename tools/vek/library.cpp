@@ -1,0 +1,29 @@
+#include "tools/vek/library.h"
+
+#include <dlfcn.h>
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <stdexcept>
+
+Library::Library(const std::string& path)
+    : m_path(std::filesystem::absolute(path).string()),
+      m_handle(dlopen(m_path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    if (!m_handle) throw std::runtime_error(fmt::format("cannot load the library: {}", dlerror()));
+}
+
+Library::~Library() {
+    dlclose(m_handle);
+}
+
+std::string Library::defaultPath() {
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return (program.parent_path().parent_path() / "libVek.so").string();
+}
+
+VekExport Library::find(const std::string& name) const {
+    const auto function = reinterpret_cast<VekExport>(dlsym(m_handle, name.c_str()));
+    if (!function) throw std::runtime_error(fmt::format("{} has no export {}", m_path, name));
+    return function;
+}

@@ -1,0 +1,185 @@
+// Runs a macro: every export is a global Lua function.
+//
+//     result [, out1 [, out2]] = Export(text, value, in1, in2)    those that it uses, in this order
+//     result [, out1 [, out2]] = Export{text =, value =, in1 =, in2 =, out1 =, out2 =}
+//
+// Out blocks come back as strings, numbers or truths, the switches as two integers, nil where the
+// export left its block untouched; out1 and out2 in a table give a block's size.
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <lua.hpp>
+#include <memory>
+#include <optional>
+
+#include "tools/vek/block.h"
+#include "tools/vek/commands.h"
+#include "tools/vek/library.h"
+#include "tools/vek/lua_mesh.h"
+
+namespace {
+
+constexpr int kOutSize = 4096;
+
+// What a macro hands to one export.
+struct Arguments {
+    std::optional<std::string> text, in1, in2;
+    double value = 0.0;
+    int out1 = kOutSize, out2 = kOutSize;
+};
+
+std::optional<std::string> textAt(lua_State* lua, int index) {
+    if (lua_isnoneornil(lua, index)) return std::nullopt;
+    if (lua_isboolean(lua, index)) return lua_toboolean(lua, index) ? "true" : "false";
+    size_t size;
+    const char* const text = luaL_tolstring(lua, index, &size);
+    std::string copy(text, size);
+    lua_pop(lua, 1);
+    return copy;
+}
+
+std::optional<std::string> fieldText(lua_State* lua, const char* key) {
+    lua_getfield(lua, 1, key);
+    auto text = textAt(lua, -1);
+    lua_pop(lua, 1);
+    return text;
+}
+
+double fieldNumber(lua_State* lua, const char* key, double otherwise) {
+    lua_getfield(lua, 1, key);
+    const double number = lua_isnil(lua, -1) ? otherwise : lua_tonumber(lua, -1);
+    lua_pop(lua, 1);
+    return number;
+}
+
+int sizeFrom(double number) {
+    return number >= 16 && number <= (1 << 24) ? static_cast<int>(number) : kOutSize;
+}
+
+Arguments fromTable(lua_State* lua) {
+    Arguments arguments;
+    arguments.text = fieldText(lua, "text");
+    arguments.value = fieldNumber(lua, "value", 0.0);
+    arguments.in1 = fieldText(lua, "in1");
+    arguments.in2 = fieldText(lua, "in2");
+    arguments.out1 = sizeFrom(fieldNumber(lua, "out1", kOutSize));
+    arguments.out2 = sizeFrom(fieldNumber(lua, "out2", kOutSize));
+    return arguments;
+}
+
+Arguments fromPositions(lua_State* lua, const ExportEntry& entry) {
+    Arguments arguments;
+    int next = 1;
+    if (!entry.text.empty()) arguments.text = textAt(lua, next++);
+    if (!entry.value.empty()) arguments.value = lua_tonumber(lua, next++);
+    if (isInput(entry.block1)) arguments.in1 = textAt(lua, next++);
+    if (isInput(entry.block2)) arguments.in2 = textAt(lua, next++);
+    return arguments;
+}
+
+int pushBlock(lua_State* lua, const Block& block, BlockKind kind) {
+    if (!isOutput(kind)) return 0;
+    if (!block.written()) {
+        lua_pushnil(lua);
+        return 1;
+    }
+    switch (kind) {
+        case BlockKind::OUT_INT:
+            lua_pushinteger(lua, block.integer());
+            return 1;
+        case BlockKind::OUT_BOOL:
+            lua_pushboolean(lua, block.integer() != 0);
+            return 1;
+        case BlockKind::OUT_FLOAT:
+            lua_pushnumber(lua, static_cast<double>(block.real()));
+            return 1;
+        case BlockKind::OUT_IO_PREFS:
+            lua_pushinteger(lua, block.switches() & 0xFFFFu);
+            lua_pushinteger(lua, block.switches() >> 16);
+            return 2;
+        default:
+            lua_pushstring(lua, block.text().c_str());
+            return 1;
+    }
+}
+
+// The number of results, or -1 with a sentence on the stack. Nothing of C++ may be alive when an
+// error is raised: Lua jumps over it.
+int tryCall(lua_State* lua) {
+    try {
+        const auto& library = *static_cast<Library*>(lua_touserdata(lua, lua_upvalueindex(1)));
+        const auto& entry = *static_cast<ExportEntry*>(lua_touserdata(lua, lua_upvalueindex(2)));
+        Arguments arguments = lua_istable(lua, 1) ? fromTable(lua) : fromPositions(lua, entry);
+        Block block1(entry.block1, arguments.in1, isOutput(entry.block1) ? arguments.out1 : 0);
+        Block block2(entry.block2, arguments.in2, isOutput(entry.block2) ? arguments.out2 : 0);
+        const float result = library.find(entry.name)(
+            arguments.text ? arguments.text->data() : nullptr, arguments.value, block1.data(),
+            block1.size(), block2.data(), block2.size(), nullptr);
+        lua_pushnumber(lua, static_cast<double>(result));
+        return 1 + pushBlock(lua, block1, entry.block1) + pushBlock(lua, block2, entry.block2);
+    } catch (const std::exception& error) {
+        lua_pushstring(lua, error.what());
+        return -1;
+    }
+}
+
+int callFromMacro(lua_State* lua) {
+    const int results = tryCall(lua);
+    return results >= 0 ? results : lua_error(lua);
+}
+
+void setExports(lua_State* lua, Library& library) {
+    for (const ExportEntry& entry : exportTable()) {
+        lua_pushlightuserdata(lua, &library);
+        lua_pushlightuserdata(lua, const_cast<ExportEntry*>(&entry));
+        lua_pushcclosure(lua, callFromMacro, 2);
+        lua_setglobal(lua, entry.name.c_str());
+    }
+}
+
+void setGlobals(lua_State* lua, const std::string& script, const Library& library,
+                const std::vector<std::string>& arguments) {
+    lua_createtable(lua, static_cast<int>(arguments.size()), 1);
+    lua_pushstring(lua, script.c_str());
+    lua_seti(lua, -2, 0);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        lua_pushstring(lua, arguments[i].c_str());
+        lua_seti(lua, -2, static_cast<lua_Integer>(i + 1));
+    }
+    lua_setglobal(lua, "arg");
+
+    lua_newtable(lua);
+    lua_pushstring(lua, library.path().c_str());
+    lua_setfield(lua, -2, "library");
+    const auto folder = std::filesystem::absolute(script).parent_path().string();
+    lua_pushstring(lua, folder.c_str());
+    lua_setfield(lua, -2, "script_folder");
+    lua_setglobal(lua, "vek");
+    registerMeshFunctions(lua);
+}
+
+int addTraceback(lua_State* lua) {
+    luaL_traceback(lua, lua, luaL_tolstring(lua, 1, nullptr), 1);
+    return 1;
+}
+
+struct LuaCloser {
+    void operator()(lua_State* lua) const { lua_close(lua); }
+};
+
+}  // namespace
+
+int runMacro(const std::string& script, const std::string& libraryPath,
+             const std::vector<std::string>& arguments) {
+    Library library(libraryPath);
+    const std::unique_ptr<lua_State, LuaCloser> state(luaL_newstate());
+    lua_State* const lua = state.get();
+    luaL_openlibs(lua);
+    setExports(lua, library);
+    setGlobals(lua, script, library, arguments);
+    lua_pushcfunction(lua, addTraceback);
+    if (luaL_loadfile(lua, script.c_str()) == LUA_OK && lua_pcall(lua, 0, 0, 1) == LUA_OK) return 0;
+    fmt::print(stderr, "vek: {}\n", lua_tostring(lua, -1));
+    return 1;
+}
