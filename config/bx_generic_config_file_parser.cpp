@@ -39,15 +39,13 @@ bool BXGenericConfigFileToken::parseLine(const char* line, void* userData) const
     for (const char* key = name.c_str(); *key; ++key, ++line) {
         if (upper(*key) != upper(*line)) return false;
     }
+    // Required(R30): a key alone calls with the empty parameter, a key followed by separators
+    // alone does not call, and no separator at all is needed: a longer key has to be tried first.
     if (!*line) {
         callback("", userData);
         return true;
     }
-    // Required(R30): no separator is needed, so a key also takes the lines of every longer key that
-    // begins with it. Descriptors write switches and numbers right behind their key.
     while (isSeparator(*line)) ++line;
-    // Required(R33): separators and nothing after them are an entry left open in a descriptor:
-    // taken without a call, where the bare key calls with the empty parameter.
     if (*line) callback(line, userData);
     return true;
 }

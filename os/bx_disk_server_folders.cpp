@@ -155,8 +155,9 @@ bool BXDiskServer::searchFileList(BXArray<BXString>& found, const BXString& filt
         BXFolder::Entry entry;
         while (entries.next(entry)) {
             // Required(R25): asked before anything else, so "." and ".." match "*" too; callers
-            // take them out themselves. Required(R27): a folder that matches is reported and not
-            // entered, for an application bundle is one.
+            // take them out themselves.
+            // Required(R27): a folder that matches is reported and not entered, for an application
+            // bundle is one.
             if (fileNameMatchFilter(entry.name, filter.c_str())) {
                 found.push_back(joined(folder, entry.name));
                 any = true;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,20 @@ Lines linesOf(const std::string& text) {
     const char* begin;
     const char* end;
     while (walker.next(begin, end)) lines.emplace_back(begin, end);
+    return lines;
+}
+
+// The rule, byte by byte.
+Lines slowLinesOf(const std::string& text) {
+    const auto isBreak = [&](std::size_t i) { return text[i] == '\n' || text[i] == '\r'; };
+    Lines lines;
+    for (std::size_t begin = 0; begin < text.size();) {
+        std::size_t next = begin;
+        while (next < text.size() && !isBreak(next)) ++next;
+        while (next < text.size() && isBreak(next)) ++next;
+        lines.push_back(text.substr(begin, next - begin));
+        begin = next;
+    }
     return lines;
 }
 
@@ -42,4 +57,41 @@ TEST(LineWalker, TrimsBreaksAtTheEndAndBlanksAtBothEnds) {
     EXPECT_EQ(trimmed("\na"), "\na");
     EXPECT_EQ(trimmed(" \r\n"), "nothing");
     EXPECT_EQ(trimmed(""), "nothing");
+}
+
+TEST(LineWalker, FindsNoLineInNoText) {
+    BXLineWalker walker(nullptr, nullptr);
+    const char* begin;
+    const char* end;
+    EXPECT_FALSE(walker.next(begin, end));
+}
+
+TEST(LineWalker, StopsAtTheEndItIsGiven) {
+    const std::string text = "a\nbc\n";
+    BXLineWalker walker(text.data(), text.data() + 3);
+    const char* begin;
+    const char* end;
+    ASSERT_TRUE(walker.next(begin, end));
+    ASSERT_TRUE(walker.next(begin, end));
+    EXPECT_EQ(std::string(begin, end), "b");
+    EXPECT_FALSE(walker.next(begin, end));
+}
+
+TEST(LineWalker, AgreesWithTheRuleOnRandomBytes) {
+    std::mt19937 random(30);
+    const char letters[] = {'a', '\n', '\r', '=', ' ', '\0', '\xFF'};
+    for (int i = 0; i < 20000; ++i) {
+        std::string text(random() % 16, ' ');
+        for (char& c : text) c = letters[random() % (i % 2 ? 4 : sizeof letters)];
+        ASSERT_EQ(linesOf(text), slowLinesOf(text)) << testing::PrintToString(text);
+    }
+}
+
+TEST(LineWalker, WalksManyLinesOfEitherBreakInOnePass) {
+    // Searched to its end for every line, a text of half a million would take minutes.
+    for (const char* lineBreak : {"\n", "\r", "\r\n"}) {
+        std::string text;
+        for (int i = 0; i < 500000; ++i) text.append("x").append(lineBreak);
+        EXPECT_EQ(linesOf(text).size(), 500000u);
+    }
 }
