@@ -19,7 +19,10 @@ bool isBlank(char c) {
 }  // namespace
 
 BXLineWalker::BXLineWalker(const char* begin, const char* end)
-    : m_position(begin), m_lineFeed(find(begin, end, '\n')), m_end(end) {}
+    : m_position(begin),
+      m_lineFeed(find(begin, end, '\n')),
+      m_carriageReturn(find(begin, end, '\r')),
+      m_end(end) {}
 
 bool BXLineWalker::next(const char*& lineBegin, const char*& lineEnd) {
     if (m_position == m_end) return false;
@@ -30,7 +33,8 @@ bool BXLineWalker::next(const char*& lineBegin, const char*& lineEnd) {
 
 const char* BXLineWalker::afterNextBreak(const char* position) {
     if (m_lineFeed < position) m_lineFeed = find(position, m_end, '\n');
-    const char* next = find(position, m_lineFeed, '\r');
+    if (m_carriageReturn < position) m_carriageReturn = find(position, m_end, '\r');
+    const char* next = m_lineFeed < m_carriageReturn ? m_lineFeed : m_carriageReturn;
     while (next != m_end && isBreak(*next)) ++next;
     return next;
 }

@@ -16,7 +16,9 @@ private:
     const char* afterNextBreak(const char* position);
 
     const char* m_position;
-    const char* m_lineFeed;  // the next one; found once, also for many lines that end with CR alone
+    // The next of each kind of break, looked for once: a text may hold only one of them.
+    const char* m_lineFeed;
+    const char* m_carriageReturn;
     const char* m_end;
 };
 

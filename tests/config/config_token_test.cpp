@@ -56,11 +56,11 @@ std::string nameCallFor(const char* line) {
 }  // namespace
 
 TEST(ConfigToken, HoldsWhatItIsGiven) {
-    const BXGenericConfigFileToken last("b", onOther, nullptr);
-    BXGenericConfigFileToken first("a", onName, nullptr);
+    BXGenericConfigFileToken last("b", onOther, nullptr);
+    const BXGenericConfigFileToken first("a", onName, &last);
     EXPECT_STREQ(first.name.c_str(), "a");
     EXPECT_EQ(first.callback, &onName);
-    EXPECT_EQ(first.next, nullptr);
+    EXPECT_EQ(first.next, &last);
 }
 
 TEST(ConfigToken, TakesItsKeyInAnyLetterCase) {

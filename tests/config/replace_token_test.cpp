@@ -141,8 +141,9 @@ TEST(ReplaceToken, RejectsAFileThatTheBuildCannotAddress) {
 
 TEST(ReplaceToken, WritesFilesWithOddNames) {
     TempFolder folder;
-    for (const std::string name : {"a b", "it's", "\"q\"", "100%s%n", "\xC3\xA4", "\xE6\x97\xA5",
-                                   std::string(255, 'n').c_str()}) {
+    const std::string names[] = {
+        "a b", "it's", "\"q\"", "100%s%n", "\xC3\xA4", "\xE6\x97\xA5", std::string(255, 'n')};
+    for (const std::string& name : names) {
         EXPECT_TRUE(replaceIn(folder / name, "a", "1")) << name;
         EXPECT_EQ(readFile(folder / name), "A = 1\n") << name;
     }

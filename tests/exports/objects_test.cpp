@@ -236,6 +236,27 @@ TEST_F(Objects, AreTakenInTheOrderInWhichTheyWereAppended) {
     EXPECT_EQ(m_library.call("ExtractVekObject"), 0.0f);
 }
 
+TEST_F(Objects, AreReadWholeFromListsLongerThanOnePiece) {
+    std::string bytes;
+    Texts expected;
+    for (int i = 0; i < 30000; ++i) {
+        expected.push_back("object " + std::to_string(i) +
+                           std::string(static_cast<std::size_t>(i % 40), 'x'));
+        bytes += expected.back() + (i % 3 ? "\n" : "\r\n");
+    }
+    // A line longer than any piece, and a last one without a break.
+    expected.push_back(std::string(700000, 'l'));
+    expected.push_back("last");
+    list(bytes + expected[30000] + "\nlast");
+    ASSERT_EQ(m_library.call("ReadVekObjectList"), 30002.0f);
+    for (const int i : {0, 1, 9999, 20000, 29999, 30001}) {
+        EXPECT_EQ(at(i), expected[static_cast<std::size_t>(i)]);
+    }
+    std::string block(800000, 'z');
+    m_library.call("GetVekObjectPath", 30000.0, block.data());
+    EXPECT_EQ(block.c_str(), expected[30000]);
+}
+
 TEST_F(Objects, SurviveRandomBytes) {
     std::mt19937 random(13);
     int read = 0;
