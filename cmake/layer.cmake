@@ -19,6 +19,18 @@ function(vek_add_layer name)
     set_property(GLOBAL APPEND PROPERTY VEK_LAYERS ${name})
 endfunction()
 
+# vek_write_layer_views(FILE): each layer's name and, behind it, the include path that its sources are
+# compiled with, a layer a line.
+function(vek_write_layer_views file)
+    get_property(layers GLOBAL PROPERTY VEK_LAYERS)
+    set(lines "")
+    foreach(layer IN LISTS layers)
+        string(APPEND lines
+            "${layer} $<JOIN:$<TARGET_PROPERTY:vek_${layer},INCLUDE_DIRECTORIES>,:>\n")
+    endforeach()
+    file(GENERATE OUTPUT ${file} CONTENT "${lines}")
+endfunction()
+
 # vek_collect_core(): the static library vek_core, made of all layers added so far.
 function(vek_collect_core)
     get_property(layers GLOBAL PROPERTY VEK_LAYERS)
