@@ -6,6 +6,7 @@
 #include "config/bx_generic_config_file_parser.h"
 #include "config/config_line.h"
 #include "config/line_walker.h"
+#include "os/bx_disk_server.h"
 #include "os/bx_file.h"
 
 namespace {
@@ -71,13 +72,16 @@ bool BXGenericConfigFileParser::replaceTokenInConfigFile(const BXString& file, c
     const char* const path = file.getValidFilePath();
     BXString upperKey(key);
     // Required(R31): the rewritten key becomes the first line, in upper case, and every older line
-    // of it goes, so that scripts find the newest value first.
+    // of it goes.
     const BXString line = upperKey.toUpper() + " = " + value + "\n";
     const auto lineSize = static_cast<std::size_t>(line.length());
 
+    const BXFile oldFile(path, BXFile::Access::Read);
+    // A file that is there and cannot be read keeps its lines; only a missing one is begun anew.
+    if (!oldFile.isOpen() && BXDiskServer::fileExists(file)) return false;
     // The new line with the old file read in behind it: no copy in between.
     std::size_t oldSize = 0;
-    const auto contents = BXFile(path, BXFile::Access::Read).readAll(oldSize, lineSize);
+    const auto contents = oldFile.readAll(oldSize, lineSize);
     if (!contents) return false;
     std::memcpy(contents.get(), line.c_str(), lineSize);
     char* const oldLines = contents.get() + lineSize;

@@ -27,8 +27,7 @@ struct FirstObject {
 };
 
 // Required(R50): exactly one line-break byte ends the line and exactly one at the very start is
-// passed over, so that the second byte of a CR LF pair stays with what follows. The helper
-// applications that write the list end lines with a line feed alone.
+// passed over, so that the second byte of a CR LF pair stays with what follows.
 bool takeFirstObject(const std::string& list, FirstObject& object) {
     const std::size_t none = std::string::npos;
     std::size_t lineBreak = none;

@@ -22,7 +22,7 @@ constexpr Switches kImport = {
     BXVekApp::IMPORT_SWITCH_YZ};
 
 // Required(R60): an export or import that has nothing to do resets the offset along z for all that
-// follow it. Scripts set the z offset anew before each object that needs it.
+// follow it.
 void forgetOffsetZWhereNothingIsAsked(const Switches& switches) {
     if (BXVek::s_ioPref & switches.all()) return;
     if (BXVek::s_scale != 1.0 || BXVek::s_offsetX != 0.0 || BXVek::s_offsetY != 0.0) return;

@@ -76,7 +76,6 @@ private:
         const std::int64_t count = m_blocks.faces.count;
         // Required(R61): the walk over triangles ends where it would for four-index faces, and so
         // runs a third of its length past the last triangle, into whatever follows in the file.
-        // Target applications have long been handed their triangles so, and expect them so.
         if (m_blocks.faces.id == kVekTriangles) return (count * 16 + 11) / 12;
         return count;
     }

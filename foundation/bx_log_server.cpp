@@ -27,7 +27,7 @@ void BXLogServer::init(bool /*flag*/) {
     gettimeofday(&s_startTimeVal, nullptr);
 }
 
-// Required(R13): the log has no output, and its callers count on none.
+// Required(R13): the log has no output.
 void BXLogServer::setLogFile(BXString /*path*/) {}
 
 void BXLogServer::showLogWindow(bool /*show*/) {}

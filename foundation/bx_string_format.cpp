@@ -50,7 +50,7 @@ void BXString::printShortCount(int n) {
     }
 }
 
-// Required(R06): no text comes of a time; callers expect the empty one.
+// Required(R06): no text comes of a time.
 void BXString::printTime(unsigned int /*time*/, bool /*flag*/) {
     *this = BXString("");
 }

@@ -227,7 +227,7 @@ bool BXString::findFirstTag(const BXString& open, const BXString& close, int& fr
     return true;
 }
 
-// Required(R05): there is no backward search for tags; callers take the false result as it is.
+// Required(R05): there is no backward search for tags.
 bool BXString::findLastTag(const BXString& /*open*/, const BXString& /*close*/, int& /*from*/,
                            int& /*to*/, bool /*ignoreCase*/) const noexcept {
     return false;

@@ -16,7 +16,7 @@ namespace {
 constexpr std::int64_t kTextLimit = 4096;
 
 // Required(R20): the type is told by single bits of the mode, so a socket, which has both, counts
-// as a file and as a folder. Scripts find the sockets of other applications so.
+// as a file and as a folder.
 constexpr unsigned int kRegularBit = 0x8000;
 constexpr unsigned int kFolderBit = 0x4000;
 
@@ -92,7 +92,7 @@ bool BXDiskServer::makeFilenameWithExt(BXString& name, const BXString& ext) {
 
 bool BXDiskServer::makeFilenameWithoutExt(BXString& name, const BXString& ext) {
     // Required(R21): the test is makeFilenameWithExt's own, so it is the names without the
-    // extension that are cut. Callers test for the extension themselves.
+    // extension that are cut.
     if (fileNameHasExtension(name, ext)) return false;
     const int kept = name.length() - withDot(ext).length();
     if (kept >= 0) name = name.subString(0, kept);
@@ -118,7 +118,7 @@ bool BXDiskServer::extractPathFromFilename(BXString& folder, const BXString& pat
 
 bool BXDiskServer::deleteFile(const BXString& path) {
     // Required(R28): this and deleteFolder are one operation, so an empty folder counts as a file
-    // here: callers clear a path away without asking what it is.
+    // here.
     return removePath(path.getValidFilePath());
 }
 
@@ -128,8 +128,7 @@ bool BXDiskServer::deleteFolder(const BXString& path) {
 
 bool BXDiskServer::renameFile(const BXString& from, const BXString& to) {
     const char* const source = from.getValidFilePath();
-    // Required(R26): only the source loses a volume prefix. The target goes to the system as it is,
-    // so that a file can be given a name with a ':'.
+    // Required(R26): only the source loses a volume prefix. The target goes to the system as it is.
     return source && std::rename(source, to.c_str()) == 0;
 }
 
@@ -153,8 +152,8 @@ bool BXDiskServer::readFileAsString(const BXString& path, BXString& text) {
 
 bool BXDiskServer::writeFileFromString(const BXString& path, const BXString& text) {
     const int length = text.length();
-    // Required(R23): nothing, and a text over the limit, empties the file and reports failure.
-    // Scripts clear the selection so.
+    // Required(R23): nothing, and a text over the limit, empties the file and reports failure. An
+    // application index outside the table clears the selection so.
     const bool fits = length >= 1 && length <= kTextLimit;
     const std::size_t count = fits ? static_cast<std::size_t>(length) : 0;
     return BXFile::overwrite(path.getValidFilePath(), text.c_str(), count) && fits;
@@ -166,8 +165,7 @@ bool BXDiskServer::readFileAsStringLines(const BXString& path, BXArray<BXString>
     std::size_t size = 0;
     const std::unique_ptr<char[]> bytes = file.readAll(size, 0, 1);
     if (!bytes) return false;
-    // Required(R24): the last byte counts twice. Readers of these files count on the empty line
-    // after a final break.
+    // Required(R24): the last byte counts twice, so that a final break makes one more line, empty.
     if (size > 0) bytes[size] = bytes[size - 1];
     const char* const textEnd = bytes.get() + (size > 0 ? size + 1 : 0);
 
