@@ -35,9 +35,9 @@ demo: build
 	    --app build/release/apps/Example --out build/demo $(if $(MESH),--mesh "$(MESH)")
 
 bench: setup
-	@cmake --preset release -DVEK_BENCH=ON >/dev/null
-	@cmake --build --preset release -j $(JOBS)
-	@scripts/private-view bench/run build/release
+	@cmake --preset bench >/dev/null
+	@cmake --build --preset bench -j $(JOBS)
+	@scripts/private-view bench/run build/bench
 
 format:
 	@git ls-files '*.cpp' '*.h' | grep -v exports.def.h | xargs clang-format -i

@@ -57,7 +57,7 @@ private:
     std::FILE* m_file;
 };
 
-// A GiB, near enough: a vertex, a face and its corner values for each of some 24 million faces.
+// A GiB, near enough: a vertex, a face and its corner values for each of millions of faces.
 void writeMesh(const std::string& path, std::uint32_t faceKind) {
     const std::size_t width = faceKind == 20003 ? 3 : 4;
     const std::size_t count = (std::size_t{1} << 30) / (12 + 8 * width);
@@ -133,6 +133,5 @@ int main(int argc, char** argv) {
                 ->Unit(benchmark::kMillisecond);
         }
     }
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return runBenchmarks(argc, argv);
 }

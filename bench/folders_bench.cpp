@@ -50,4 +50,6 @@ BENCHMARK(search)
     ->Iterations(7)
     ->Unit(benchmark::kMillisecond);
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    return runBenchmarks(argc, argv);
+}

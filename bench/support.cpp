@@ -83,3 +83,11 @@ void compare(benchmark::State& state, const std::function<void()>& ours,
 void shell(const std::string& command) {
     if (std::system(command.c_str()) != 0) fail("failed: " + command);
 }
+
+int runBenchmarks(int argc, char** argv) {
+    if (!std::getenv("VEK_VIEW")) fail("run this with scripts/private-view: it clears the tree");
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -34,5 +34,8 @@ void compare(
     benchmark::State& state, const std::function<void()>& ours, const std::function<void()>& floor,
     const std::function<void()>& before = [] {});
 
+// The main function of every bench program: refuses to run on a real tree.
+int runBenchmarks(int argc, char** argv);
+
 // Runs a shell command; ends the program when it fails.
 void shell(const std::string& command);

@@ -11,7 +11,8 @@ public:
     BXVekAppParser(const BXVekAppParser& other);
     BXVekAppParser& operator=(const BXVekAppParser& other);
 
-    // Registers the keys, each longer one after the key that begins it.
+    // Registers the keys, each longer one after the key that begins it. The constructors do so; a
+    // second time changes nothing but the time that parsing takes.
     void buildParser();
     // Clears the record and fills it from the descriptor at `path`: one key a line, in any letter
     // case, followed by blanks, tabs, ':' or '=' and the value; of a key given twice the last line

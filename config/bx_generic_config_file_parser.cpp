@@ -5,13 +5,10 @@
 #include <utility>
 
 #include "config/config_line.h"
+#include "config/line_walker.h"
 #include "os/bx_file.h"
 
 namespace {
-
-bool isBlank(char c) {
-    return c == ' ' || c == '\t';
-}
 
 // Required(R34): only the dispatcher separates at these; a lookup separates at '=' alone, so that
 // its keys can have blanks in them.

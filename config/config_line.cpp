@@ -4,14 +4,6 @@
 
 #include "config/line_walker.h"
 
-namespace {
-
-bool isBlank(char c) {
-    return c == ' ' || c == '\t';
-}
-
-}  // namespace
-
 BXConfigLine::BXConfigLine(const char* begin, const char* end) {
     if (!begin || begin >= end || !trimLine(begin, end)) return;
     const void* const found = std::memchr(begin, '=', static_cast<std::size_t>(end - begin));

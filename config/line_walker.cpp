@@ -12,10 +12,6 @@ bool isBreak(char c) {
     return c == '\n' || c == '\r';
 }
 
-bool isBlank(char c) {
-    return c == ' ' || c == '\t';
-}
-
 }  // namespace
 
 BXLineWalker::BXLineWalker(const char* begin, const char* end)

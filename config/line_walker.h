@@ -2,6 +2,11 @@
 
 #include <cstring>
 
+// A space or a tab.
+inline bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
 // Walks the lines of a text in memory. A line runs up to the start of the next one, its breaks
 // included: the next line begins after the next run of CR and LF. The last line runs to the end. A
 // NUL is a character like any other, so that rewriting a file loses nothing behind one.

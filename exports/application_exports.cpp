@@ -62,28 +62,23 @@ bool isInstalled(const BXVekApp& app, const BXString& location) {
 
 }  // namespace
 
-float GetVekAppId(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(GetVekAppId) {
     return guarded(0.0f, [&] { return textFieldOut(value, &BXVekApp::id, buffer1); });
 }
 
-float GetVekAppName(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(GetVekAppName) {
     return guarded(0.0f, [&] { return textFieldOut(value, &BXVekApp::name, buffer1); });
 }
 
-float GetVekAppExt(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(GetVekAppExt) {
     return guarded(0.0f, [&] { return textFieldOut(value, &BXVekApp::ext, buffer1); });
 }
 
-float GetVekAppTamplate(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(GetVekAppTamplate) {
     return guarded(0.0f, [&] { return textFieldOut(value, &BXVekApp::tamplate, buffer1); });
 }
 
-float GetVekAppIOPrefs(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(GetVekAppIOPrefs) {
     return guarded(0.0f, [&] {
         const BXVekApp* app = vekAppAt(indexArgument(value));
         const unsigned int switches = app ? app->ioPrefs : 0;
@@ -98,13 +93,11 @@ float GetVekAppIOPrefs(VEK_ARGUMENTS) {
     });
 }
 
-float FindVekApp(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(FindVekApp) {
     return guarded(-1.0f, [&] { return static_cast<float>(findApp(text)); });
 }
 
-float GetVekAppIndex(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(GetVekAppIndex) {
     return guarded(-1.0f, [&] {
         BXString id;
         BXDiskServer::readFileAsString(BXVek::getApplicationFile(), id);
@@ -112,8 +105,7 @@ float GetVekAppIndex(VEK_ARGUMENTS) {
     });
 }
 
-float SetVekAppIndex(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(SetVekAppIndex) {
     return guarded(0.0f, [&] {
         const BXVekApp* app = vekAppAt(indexArgument(value));
         BXDiskServer::writeFileFromString(BXVek::getApplicationFile(), app ? app->id : BXString());
@@ -121,8 +113,7 @@ float SetVekAppIndex(VEK_ARGUMENTS) {
     });
 }
 
-float ReadVekAppPath(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(ReadVekAppPath) {
     return guarded(0.0f, [&] {
         const BXVekApp* app = vekAppAt(indexArgument(value));
         if (!app) return 0.0f;
@@ -133,8 +124,7 @@ float ReadVekAppPath(VEK_ARGUMENTS) {
     });
 }
 
-float WriteVekAppPath(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(WriteVekAppPath) {
     return guarded(0.0f, [&] {
         const BXVekApp* app = vekAppAt(indexArgument(value));
         if (app) BXVek::writeAppPath(app->id, text);
@@ -142,8 +132,7 @@ float WriteVekAppPath(VEK_ARGUMENTS) {
     });
 }
 
-float IsAppPathValid(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(IsAppPathValid) {
     return guarded(0.0f, [&] {
         const BXString path(BXString(text).getValidFilePath());
         return yesOrNo(path.endsWith(".app", true) ? BXDiskServer::folderExists(path)
@@ -151,8 +140,7 @@ float IsAppPathValid(VEK_ARGUMENTS) {
     });
 }
 
-float VekAppIsInstalled(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekAppIsInstalled) {
     return guarded(0.0f, [&] {
         const BXVekApp* app = vekAppAt(indexArgument(value));
         return yesOrNo(app && isInstalled(*app, text));

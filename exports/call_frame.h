@@ -6,10 +6,12 @@
 // The way into and out of every export: arguments to library values, library values to blocks, and
 // the guard that keeps exceptions out of the host.
 
-// For arguments that an export does not use: all seven stand in every signature.
-#define VEK_UNUSED_ARGUMENTS                                                                     \
-    (void)text, (void)value, (void)buffer1, (void)buffer1Size, (void)buffer2, (void)buffer2Size, \
-        (void)hostData
+// The head of an export's definition. All seven arguments stand in every one, used or not.
+#define VEK_DEFINE(name)                                                         \
+    float name([[maybe_unused]] char* text, [[maybe_unused]] double value,       \
+               [[maybe_unused]] char* buffer1, [[maybe_unused]] int buffer1Size, \
+               [[maybe_unused]] char* buffer2, [[maybe_unused]] int buffer2Size, \
+               [[maybe_unused]] char** hostData)
 
 // Runs the body of an export. Whatever it throws becomes the export's failure result.
 template <class Body>

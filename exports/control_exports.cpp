@@ -2,27 +2,22 @@
 
 // Not built yet: each gives its failure result and touches nothing.
 
-float VekAppInstall(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekAppInstall) {
     return 1.0f;
 }
 
-float VekAppIsRunning(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekAppIsRunning) {
     return 0.0f;
 }
 
-float OpenVekApplication(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(OpenVekApplication) {
     return 0.0f;
 }
 
-float CallVekAppCommand(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(CallVekAppCommand) {
     return -1.0f;
 }
 
-float CallVekAppCommandAsAdmin(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(CallVekAppCommandAsAdmin) {
     return -1.0f;
 }

@@ -70,42 +70,35 @@ float firstObjectTexture(double selector, char* nameBlock, char* numberBlock) {
 
 }  // namespace
 
-float VekPostExport(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekPostExport) {
     return guarded(-1.0f, [&] { return prepare(text, BXUVMergeAlgo::mergeUVsInVekFile); });
 }
 
-float VekPreImport(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekPreImport) {
     return guarded(-1.0f, [&] { return prepare(text, BXUVMergeAlgo::splitUVsInVekFile); });
 }
 
-float VekClearFile(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekClearFile) {
     return guarded(
         0.0f, [&] { return yesOrNo(BXFile::overwrite(BXString(text).getValidFilePath(), "", 0)); });
 }
 
-float VekDeleteFile(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekDeleteFile) {
     return guarded(0.0f, [&] { return yesOrNo(BXDiskServer::deleteFile(text)); });
 }
 
-float VekCleanCaches(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekCleanCaches) {
     return guarded(0.0f, [&] {
         BXDiskServer::deleteDirectory(BXVek::getDefaultProjectFile("*"), true, false);
         return 0.0f;
     });
 }
 
-float GetFirstObjectTextureFileName(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(GetFirstObjectTextureFileName) {
     return guarded(-1.0f, [&] { return firstObjectTexture(value, buffer1, buffer2); });
 }
 
-float IsVekFilePathValid(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(IsVekFilePathValid) {
     return guarded(0.0f, [&] {
         const BXString path(text);
         const BXFile file(path.getValidFilePath(), BXFile::Access::Read);
@@ -113,8 +106,7 @@ float IsVekFilePathValid(VEK_ARGUMENTS) {
     });
 }
 
-float ReadVekProjectPath(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(ReadVekProjectPath) {
     return guarded(0.0f, [&] {
         BXString path;
         BXDiskServer::readFileAsString(BXVek::getProjectPathFile(), path);

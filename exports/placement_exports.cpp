@@ -2,7 +2,6 @@
 
 // Not built yet: each gives its failure result and touches nothing.
 
-float SetItemPos(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(SetItemPos) {
     return -1.0f;
 }

@@ -23,16 +23,14 @@ float writePreference(const char* file, const char* key, const BXString& value) 
 
 }  // namespace
 
-float ReadConfigPrefAsString(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(ReadConfigPrefAsString) {
     return guarded(0.0f, [&] {
         return readPreference(text, buffer1, buffer2,
                               [&](const BXString& found) { textOut(buffer2, found); });
     });
 }
 
-float ReadConfigPrefAsBool(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(ReadConfigPrefAsBool) {
     return guarded(0.0f, [&] {
         return readPreference(text, buffer1, buffer2, [&](const BXString& found) {
             numberOut(buffer2, Parser::paramToBool(found.c_str()) ? 1 : 0);
@@ -40,8 +38,7 @@ float ReadConfigPrefAsBool(VEK_ARGUMENTS) {
     });
 }
 
-float ReadConfigPrefAsInt(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(ReadConfigPrefAsInt) {
     return guarded(0.0f, [&] {
         return readPreference(text, buffer1, buffer2, [&](const BXString& found) {
             numberOut(buffer2, Parser::paramToInt(found.c_str()));
@@ -49,8 +46,7 @@ float ReadConfigPrefAsInt(VEK_ARGUMENTS) {
     });
 }
 
-float ReadConfigPrefAsFloat(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(ReadConfigPrefAsFloat) {
     return guarded(0.0f, [&] {
         return readPreference(text, buffer1, buffer2, [&](const BXString& found) {
             numberOut(buffer2, Parser::paramToFloat(found.c_str()));
@@ -58,29 +54,25 @@ float ReadConfigPrefAsFloat(VEK_ARGUMENTS) {
     });
 }
 
-float WriteConfigPrefAsString(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(WriteConfigPrefAsString) {
     return guarded(0.0f, [&] { return writePreference(text, buffer1, buffer2); });
 }
 
-float WriteConfigPrefAsBool(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(WriteConfigPrefAsBool) {
     return guarded(0.0f, [&] {
         if (!buffer2) return 0.0f;
         return writePreference(text, buffer1, numberIn<int>(buffer2) ? "TRUE" : "FALSE");
     });
 }
 
-float WriteConfigPrefAsInt(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(WriteConfigPrefAsInt) {
     return guarded(0.0f, [&] {
         if (!buffer2) return 0.0f;
         return writePreference(text, buffer1, BXString::int2String(numberIn<int>(buffer2)));
     });
 }
 
-float WriteConfigPrefAsFloat(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(WriteConfigPrefAsFloat) {
     return guarded(0.0f, [&] {
         if (!buffer2) return 0.0f;
         const double number = static_cast<double>(numberIn<float>(buffer2));

@@ -86,8 +86,7 @@ BXVekApp readApp(const BXString& id) {
 
 }  // namespace
 
-float InitializeVek(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(InitializeVek) {
     return guarded(0.0f, [&] {
         recordHost(text);
         unlockHubHelpers();
@@ -101,36 +100,30 @@ float InitializeVek(VEK_ARGUMENTS) {
     });
 }
 
-float VekSetExportScale(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekSetExportScale) {
     BXVek::s_scale = value;
     return 0.0f;
 }
 
-float VekSetExportOffsetX(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekSetExportOffsetX) {
     BXVek::s_offsetX = value;
     return 0.0f;
 }
 
-float VekSetExportOffsetY(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekSetExportOffsetY) {
     BXVek::s_offsetY = value;
     return 0.0f;
 }
 
-float VekSetExportOffsetZ(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(VekSetExportOffsetZ) {
     BXVek::s_offsetZ = value;
     return 0.0f;
 }
 
-float PrintInLog(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(PrintInLog) {
     return 0.0f;
 }
 
-float DeclareMacroActivated(VEK_ARGUMENTS) {
-    VEK_UNUSED_ARGUMENTS;
+VEK_DEFINE(DeclareMacroActivated) {
     return 0.0f;
 }

@@ -16,8 +16,7 @@
  *  6. The result is the only report. No function throws, and a failure leaves files as they were
  *     unless the comment says otherwise.
  *  7. Paths may begin with a volume prefix that ends in ':'; the path is then what follows the
- * first
- *     ':', from its first '/' on.
+ *     first ':', from its first '/' on.
  *  8. Numbers in texts have a point as decimal separator whatever the process's locale.
  *  9. Functions are called from one thread, one at a time. Files are shared with other processes
  *     without locks and read anew by each call.
@@ -70,8 +69,8 @@ VEK_EXPORT(DeclareMacroActivated);
 
 /* ---- Open panel ------------------------------------------------------------------------------ */
 
-/* text: passed on to the panel; buffer1: out, the chosen path. Returns 0, or -1 when no path was
- * chosen or buffer1 is null. */
+/* Not built yet: returns -1. text: passed on to the panel; buffer1: out, the chosen path. Returns 0,
+ * or -1 when no path was chosen or buffer1 is null. */
 VEK_EXPORT(OpenFileDialog);
 
 /* ---- Object list ----------------------------------------------------------------------------- */
@@ -103,7 +102,7 @@ VEK_EXPORT(ExtractVekObject);
 /* ---- Exchange files -------------------------------------------------------------------------- */
 
 /* text: the path of a file that the host has just written. A name that ends in ".Vek" (any letter
- * case): the mesh is brought, in place, into the orientation of the application last asked for with
+ * case; Maya scenes, ".ma", are not built yet): the mesh is brought, in place, into the orientation of the application last asked for with
  * GetVekAppIOPrefs. Where there is nothing to do (no switch, scale 1, no offset along x and y) the
  * offset along z is set to 0 for good. Returns 0; -1 when the file is missing, of another kind, not
  * an exchange file, or could not be rewritten. A damaged file is no failure: what is whole in it is
@@ -163,13 +162,16 @@ VEK_EXPORT(IsAppPathValid);
  * "Vek_InstallList.txt" has a line that the location begins with, in any letter case, else 0. */
 VEK_EXPORT(VekAppIsInstalled);
 
+/* ---- Running applications: not built yet, every one gives its failure result ------------------- */
+
 /* text: a location, value: an application index; buffer1, buffer1Size: out, what went wrong, cut to
  * the size. Runs the application's INIT_COMMAND as administrator and waits, some 30 seconds at
  * most, for its "Vek_InstallLog.txt". Returns 0 installed; 1 failed. */
 VEK_EXPORT(VekAppInstall);
 /* text: a bundle path. Returns 1 when a process of the bundle is running, else 0. */
 VEK_EXPORT(VekAppIsRunning);
-/* text: the path of an application or a program; buffer1: its arguments as one text. Returns 0. */
+/* text: the path of an application or a program; buffer1: its arguments as one text. Returns 0,
+ * whatever happens. */
 VEK_EXPORT(OpenVekApplication);
 /* text: "LOCATE_COMMAND", "INIT_COMMAND" or "EDIT_COMMAND" in any letter case, value: an
  * application index. Runs the command of the application's descriptor, as the user or as
@@ -199,7 +201,7 @@ VEK_EXPORT(WriteConfigPrefAsFloat);
 
 /* ---- The host's interface -------------------------------------------------------------------- */
 
-/* text: the path of an interface item, value: an offset, buffer1: the path of an anchor item,
+/* Not built yet: returns -1. text: the path of an interface item, value: an offset, buffer1: the path of an anchor item,
  * hostData: the host's table of services. Moves the item beside the anchor. Returns 0 when both
  * were found, -1 otherwise. */
 VEK_EXPORT(SetItemPos);

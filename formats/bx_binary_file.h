@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "foundation/bx_string.h"
+#include "os/bx_disk_server.h"
 
 // A binary file stream: 32-bit numbers in little-endian byte order, as they lie in the memory of
 // the processors this is built for. Results are true on success; with no file open every transfer
@@ -21,7 +22,7 @@ public:
     // Only regular files open.
     bool open(const BXString& path, const char* mode);
     void close();
-    bool isOpen() const { return m_file != nullptr; }
+    bool isOpen() const { return m_file != BXDiskServer::s_invalidFile; }
 
     bool write(int value);
     bool write(float value);

@@ -92,8 +92,6 @@ BXString& BXString::operator=(BXString&& other) noexcept {
 
 BXString::~BXString() {
     delete[] m_text;
-    // Statics are still looked at while the library goes.
-    m_text = nullptr;
 }
 
 void BXString::create(int count, char c) {

@@ -17,10 +17,6 @@ namespace {
 constexpr std::size_t kListCapacity = 1024;
 constexpr std::size_t kCopyBlock = 1048576;
 
-bool isDots(const char* name) {
-    return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
-}
-
 BXString joined(const BXString& folder, const char* name) {
     const auto folderLength = static_cast<std::size_t>(folder.length());
     const std::size_t nameLength = std::strlen(name);
@@ -154,14 +150,13 @@ bool BXDiskServer::searchFileList(BXArray<BXString>& found, const BXString& filt
         BXFolder entries(folder.c_str());
         BXFolder::Entry entry;
         while (entries.next(entry)) {
-            // Required(R25): asked before anything else, so "." and ".." match "*" too; callers
-            // take them out themselves.
+            // Required(R25): asked before anything else, so "." and ".." match "*" too.
             // Required(R27): a folder that matches is reported and not entered, for an application
             // bundle is one.
             if (fileNameMatchFilter(entry.name, filter.c_str())) {
                 found.push_back(joined(folder, entry.name));
                 any = true;
-            } else if (depth >= 1 && entry.isFolder && !isDots(entry.name)) {
+            } else if (depth >= 1 && entry.isFolder && !entry.isDots()) {
                 below.push_back(joined(folder, entry.name));
             }
         }

@@ -15,11 +15,11 @@ bool isFolder(DIR* folder, const dirent& entry) {
     return S_ISDIR(status.st_mode);
 }
 
-bool isDots(const char* name) {
+}  // namespace
+
+bool BXFolder::Entry::isDots() const noexcept {
     return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
 }
-
-}  // namespace
 
 BXFolder::BXFolder(const char* path) noexcept : m_folder(path ? opendir(path) : nullptr) {}
 
@@ -37,7 +37,7 @@ bool BXFolder::next(Entry& entry) noexcept {
 
 bool BXFolder::nextBelow(Entry& entry) noexcept {
     while (next(entry)) {
-        if (!isDots(entry.name)) return true;
+        if (!entry.isDots()) return true;
     }
     return false;
 }

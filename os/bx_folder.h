@@ -9,6 +9,8 @@ public:
     struct Entry {
         const char* name;  // valid until the next call; "." and ".." included
         bool isFolder;     // a folder itself, not a link to one
+
+        bool isDots() const noexcept;  // "." or ".."
     };
 
     // Not open when `path` is null or cannot be opened.

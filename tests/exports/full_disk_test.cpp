@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 #include "tests/support/exchange_file.h"
@@ -19,6 +20,9 @@ protected:
     void SetUp() override {
         const char* const view = getenv("VEK_VIEW");
         if (!view || std::string(view) != "private") GTEST_SKIP() << "there is no /full here";
+        for (const auto& entry : std::filesystem::directory_iterator("/full")) {
+            std::filesystem::remove_all(entry);
+        }
     }
 
     // Takes all the room that is left.

@@ -78,7 +78,7 @@ TEST_F(Permissions, OfAReadOnlyObjectListKeepIt) {
     EXPECT_EQ(readFile(Tree::objectList()), "A\n");
 }
 
-TEST_F(Permissions, OfAReadOnlySettingsFileKeepItAndReportTheKeyAsNew) {
+TEST_F(Permissions, OfAReadOnlySettingsFileKeepItAndReportTheKeyThatItHas) {
     const std::string file = Tree::hub("prefs.txt");
     writeFile(file, "K = 1\n");
     const WithMode mode(file, 0400);

@@ -7,6 +7,8 @@
 #include <string>
 
 #include "tests/support/host.h"
+#include "tests/support/temp_folder.h"
+#include "tests/support/tree.h"
 
 namespace {
 
@@ -69,10 +71,15 @@ TEST(Symbols, HoldZeroAtLoad) {
 
 TEST(Symbols, GoWithTheLibraryWhenItIsUnloaded) {
     // Each load begins anew: the list read in one is not there in the next.
+    const Tree tree;
+    writeFile(Tree::objectList(), "A\n");
     for (int i = 0; i < 50; ++i) {
         const LoadedLibrary library;
-        OutText out;
-        library.call("GetVekObjectPath", 0.0, out.block());
-        ASSERT_TRUE(out.untouched()) << i;
+        OutText before, after;
+        library.call("GetVekObjectPath", 0.0, before.block());
+        ASSERT_TRUE(before.untouched()) << i;
+        ASSERT_EQ(library.call("ReadVekObjectList"), 1.0f);
+        library.call("GetVekObjectPath", 0.0, after.block());
+        ASSERT_EQ(after.text(), "A");
     }
 }

@@ -76,6 +76,7 @@ using Floats = std::vector<float>;
 
 TEST_F(VekTransform, KeepsEveryByteWhereNothingIsAskedAndForgetsTheZOffset) {
     BXVek::s_scale = 1.0;
+    BXVek::s_offsetZ = 7.0;
     const std::string bytes = oneVertex(1.0f, -0.0f, 3.0f);
     EXPECT_EQ(merged(bytes), bytes);
     EXPECT_EQ(BXVek::s_offsetZ, 0.0);
@@ -274,7 +275,9 @@ TEST_F(VekTransform, RejectsAMissingAnEmptyAndAForeignFile) {
     const BXString file(path().c_str());
     EXPECT_FALSE(BXUVMergeAlgo::mergeUVsInVekFile(file));
     EXPECT_FALSE(fileIsThere(path()));
-    for (const std::string bytes : {"", "Vek", "Bekv and more", "\0\0\0\0rest"}) {
+    const std::string blank = std::string(4, '\0') + "rest";
+    for (const std::string& bytes :
+         {std::string(), std::string("Vek"), std::string("Bekv etc."), blank}) {
         writeFile(path(), bytes);
         EXPECT_FALSE(BXUVMergeAlgo::mergeUVsInVekFile(file)) << bytes;
         EXPECT_FALSE(BXUVMergeAlgo::splitUVsInVekFile(file)) << bytes;

@@ -48,6 +48,15 @@ ExchangeFile sample() {
 
 }  // namespace
 
+TEST_F(ExchangeFileInfo, TellsProblemsByTheirOffset) {
+    const auto info =
+        inspect(ExchangeFile().vertices({NAN, 2, 3}).faces(20001, {0, 7, 8, -1}).bytes());
+    ASSERT_GE(info.problems.size(), 3u);
+    for (std::size_t i = 1; i < info.problems.size(); ++i) {
+        EXPECT_LE(info.problems[i - 1].offset, info.problems[i].offset);
+    }
+}
+
 TEST_F(ExchangeFileInfo, CallsAWholeFileSoundAndCountsWhatItHolds) {
     const ExchangeInfo info = inspect(sample().end().bytes());
     EXPECT_TRUE(info.problems.empty());

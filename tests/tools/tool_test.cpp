@@ -143,6 +143,35 @@ TEST_F(Tool, PassesEveryKindOfValueInAndOutOfAMacro) {
     EXPECT_EQ(outcome.status, 0) << outcome.output;
 }
 
+TEST_F(Tool, RejectsInAMacroWhatAnExportDoesNotTake) {
+    const Tree tree;
+    const auto says = [&](const std::string& line, const std::string& sentence) {
+        const Outcome outcome = run(line);
+        return outcome.status == 1 && has(outcome, "macro.lua:1: " + sentence);
+    };
+    EXPECT_TRUE(says("GetVekAppName{valeu = 3}", "GetVekAppName: there is no argument \"valeu\""));
+    EXPECT_TRUE(says("GetVekAppName{3}", "GetVekAppName: there is no argument \"number\""));
+    EXPECT_TRUE(says("GetVekAppName('two')", "GetVekAppName: a string where a number belongs"));
+    EXPECT_TRUE(says("GetVekAppName{}", "GetVekAppName: no value: the application index"));
+    EXPECT_TRUE(says("SetVekAppIndex()", "SetVekAppIndex: a no value where a number belongs"));
+    EXPECT_TRUE(says("FindVekApp(print)", "FindVekApp: a function where a text belongs"));
+    EXPECT_TRUE(says("FindVekApp('a', 1)", "FindVekApp: more than 1 arguments"));
+    EXPECT_TRUE(says("GetVekAppName{value = 0, out1 = 3}", "GetVekAppName: the size of a block"));
+    EXPECT_FALSE(fileIsThere(Tree::hub("Vek_Application.txt")));
+}
+
+TEST_F(Tool, RejectsACallWithABlockThatTheExportDoesNotRead) {
+    EXPECT_TRUE(has(vek("call FindVekApp --in1 x"), "FindVekApp reads no first block"));
+    EXPECT_TRUE(has(vek("call GetVekAppName --in2 x"), "GetVekAppName reads no second block"));
+    EXPECT_EQ(vek("call FindVekApp --in1 x").status, 2);
+}
+
+TEST_F(Tool, SaysThatAForeignFileIsNoExchangeFile) {
+    const Outcome outcome = vek("info '" + file("a.vek", "something else altogether") + "'");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(has(outcome, "The file is not an exchange file.")) << outcome.output;
+}
+
 TEST_F(Tool, FailsWithATracebackWhereAMacroDoes) {
     const Outcome outcome = run("local function f() error('broken') end\nf()\n");
     EXPECT_EQ(outcome.status, 1);

@@ -77,6 +77,12 @@ int callExport(const CallRequest& request) {
                    nearestExport(request.name));
         return 2;
     }
+    const bool block1Unused = request.in1 && !isInput(entry->block1);
+    if (block1Unused || (request.in2 && !isInput(entry->block2))) {
+        fmt::print(stderr, "vek: {} reads no {} block\n", entry->name,
+                   block1Unused ? "first" : "second");
+        return 2;
+    }
     Block block1(entry->block1, request.in1, isOutput(entry->block1) ? request.out1 : 0);
     Block block2(entry->block2, request.in2, isOutput(entry->block2) ? request.out2 : 0);
     const Library library(request.library);

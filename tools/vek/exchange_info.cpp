@@ -53,6 +53,7 @@ private:
             problem(0, "The magic is blank: a rewriting of this file was interrupted.");
         } else if (came < 4 || BXString::cmpNoCase(magic, kVekMagic, 4) != 0) {
             problem(0, "This is no exchange file: it does not begin with \"Vekb\".");
+            m_info.isExchangeFile = false;
             return false;
         } else if (std::memcmp(magic, kVekMagic, 4) != 0) {
             problem(0, "The magic is in other letter case: it is turned, but readers refuse it.");
@@ -248,6 +249,8 @@ bool inspectExchangeFile(const std::string& path, ExchangeInfo& info) {
     const BXFile file(path.c_str(), BXFile::Access::Read);
     if (!file.isOpen()) return false;
     Inspector(file, info).run();
+    std::stable_sort(info.problems.begin(), info.problems.end(),
+                     [](const auto& a, const auto& b) { return a.offset < b.offset; });
     return true;
 }
 

@@ -26,12 +26,14 @@ struct ExchangeInfo {
 
     static constexpr std::size_t kMostBlocks = 10000;
 
+    bool isExchangeFile = true;
     std::int64_t fileSize = 0;
     std::uint64_t blockCount = 0;
-    std::vector<Block> blocks;  // the first kMostBlocks
-    std::vector<Problem> problems;
+    std::vector<Block> blocks;      // the first kMostBlocks
+    std::vector<Problem> problems;  // by their offset
     bool hasVertices = false, hasFaces = false;
     std::uint64_t vertices = 0;
+    // The box of all finite positions; least above greatest where there is none.
     float least[3] = {0, 0, 0}, greatest[3] = {0, 0, 0};
     Faces faces;
 };

@@ -9,8 +9,14 @@ namespace {
 
 constexpr std::size_t kBlocksInText = 100;
 
+const char* verdict(const ExchangeInfo& info) {
+    if (info.problems.empty()) return "The file is sound.";
+    return info.isExchangeFile ? "The file is damaged." : "The file is not an exchange file.";
+}
+
 void print(const std::string& path, const ExchangeInfo& info) {
-    fmt::print("{}: {} bytes, {} blocks\n", path, info.fileSize, info.blockCount);
+    fmt::print("{}: {} bytes, {} block{}\n", path, info.fileSize, info.blockCount,
+               info.blockCount == 1 ? "" : "s");
     if (!info.blocks.empty()) {
         fmt::print("{:>12} {:>6} {:>12} {:>10} {:>10}  {}\n", "offset", "id", "size", "count",
                    "param", "what it is");
@@ -23,7 +29,7 @@ void print(const std::string& path, const ExchangeInfo& info) {
                    block.text.empty() ? "" : ": " + block.text);
     }
     if (info.blockCount > shown) fmt::print("and {} blocks more\n", info.blockCount - shown);
-    if (info.hasVertices && info.vertices > 0) {
+    if (info.hasVertices && info.least[0] <= info.greatest[0]) {
         fmt::print("{} vertices within ({}, {}, {}) to ({}, {}, {})\n", info.vertices,
                    info.least[0], info.least[1], info.least[2], info.greatest[0], info.greatest[1],
                    info.greatest[2]);
@@ -36,7 +42,7 @@ void print(const std::string& path, const ExchangeInfo& info) {
     for (const auto& problem : info.problems) {
         fmt::print("at {}: {}\n", problem.offset, problem.sentence);
     }
-    fmt::print("{}\n", info.problems.empty() ? "The file is sound." : "The file is damaged.");
+    fmt::print("{}\n", verdict(info));
 }
 
 void printJson(const ExchangeInfo& info) {

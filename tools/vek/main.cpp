@@ -12,7 +12,9 @@ int main(int argc, char** argv) {
     CLI::App app(
         "Plays the host: calls the library's exports, runs macros, looks into exchange files.");
     app.name("vek");
-    app.set_version_flag("--version", "vek 0.1.0");
+    app.set_version_flag("--version", "vek " VEK_VERSION);
+    app.footer(
+        "Exit status: 0 fine; 1 a macro failed or a file is damaged; 2 it could not be done.");
     app.require_subcommand(1);
     int status = 0;
     bool json = false;
@@ -26,7 +28,8 @@ int main(int argc, char** argv) {
 
     CallRequest request;
     request.library = Library::defaultPath();
-    CLI::App* const call = app.add_subcommand("call", "Call one export");
+    CLI::App* const call = app.add_subcommand(
+        "call", "Call one export in a library loaded for it; run keeps its state over many calls");
     withJson(call);
     call->add_option("name", request.name, "The export")->required();
     call->add_option("--text", request.text, "The text argument");

@@ -20,7 +20,7 @@ struct MeshMap {
     float param = 0.0f;
 };
 
-// A block of an exchange file whose meaning nobody here knows; kept as it came.
+// A block of an exchange file with its payload as it came.
 struct MeshBlock {
     std::uint32_t id = 0;
     std::uint32_t count = 0;

@@ -3,8 +3,9 @@
 //     result [, out1 [, out2]] = Export(text, value, in1, in2)    those that it uses, in this order
 //     result [, out1 [, out2]] = Export{text =, value =, in1 =, in2 =, out1 =, out2 =}
 //
-// Out blocks come back as strings, numbers or truths, the switches as two integers, nil where the
-// export left its block untouched; out1 and out2 in a table give a block's size.
+// A misspelt name, a wrong type or an argument too many is an error. Out blocks come back as
+// strings, numbers or truths, the switches as two integers, nil where the export left its block
+// untouched; out1 and out2 in a table give a block's size.
 
 #include <fmt/format.h>
 
@@ -12,6 +13,7 @@
 #include <lua.hpp>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 
 #include "tools/vek/block.h"
 #include "tools/vek/commands.h"
@@ -22,59 +24,99 @@ namespace {
 
 constexpr int kOutSize = 4096;
 
-// What a macro hands to one export.
+// What a macro hands to one export. Whatever does not fit the export is an std::invalid_argument
+// with a sentence: a mistyped index must not become the index 0.
 struct Arguments {
     std::optional<std::string> text, in1, in2;
-    double value = 0.0;
+    std::optional<double> value;
     int out1 = kOutSize, out2 = kOutSize;
 };
 
-std::optional<std::string> textAt(lua_State* lua, int index) {
+[[noreturn]] void reject(const ExportEntry& entry, const std::string& why) {
+    throw std::invalid_argument(entry.name + ": " + why);
+}
+
+// Only what Lua turns into text without running anything of the macro's.
+std::optional<std::string> textAt(lua_State* lua, int index, const ExportEntry& entry) {
     if (lua_isnoneornil(lua, index)) return std::nullopt;
     if (lua_isboolean(lua, index)) return lua_toboolean(lua, index) ? "true" : "false";
+    if (!lua_isstring(lua, index)) {
+        reject(entry, fmt::format("a {} where a text belongs", luaL_typename(lua, index)));
+    }
+    lua_pushvalue(lua, index);
     size_t size;
-    const char* const text = luaL_tolstring(lua, index, &size);
+    const char* const text = lua_tolstring(lua, -1, &size);
     std::string copy(text, size);
     lua_pop(lua, 1);
     return copy;
 }
 
-std::optional<std::string> fieldText(lua_State* lua, const char* key) {
-    lua_getfield(lua, 1, key);
-    auto text = textAt(lua, -1);
-    lua_pop(lua, 1);
-    return text;
-}
-
-double fieldNumber(lua_State* lua, const char* key, double otherwise) {
-    lua_getfield(lua, 1, key);
-    const double number = lua_isnil(lua, -1) ? otherwise : lua_tonumber(lua, -1);
-    lua_pop(lua, 1);
+double numberAt(lua_State* lua, int index, const ExportEntry& entry, const std::string& meaning) {
+    int isNumber = 0;
+    const double number = lua_tonumberx(lua, index, &isNumber);
+    if (!isNumber) {
+        reject(entry, fmt::format("a {} where a number belongs: the {}", luaL_typename(lua, index),
+                                  meaning));
+    }
     return number;
 }
 
-int sizeFrom(double number) {
-    return number >= 16 && number <= (1 << 24) ? static_cast<int>(number) : kOutSize;
+int sizeAt(lua_State* lua, int index, const ExportEntry& entry) {
+    const double size = numberAt(lua, index, entry, "size of a block");
+    if (size >= 16 && size <= (1 << 24)) return static_cast<int>(size);
+    reject(entry, "the size of a block is 16 to 16777216");
 }
 
-Arguments fromTable(lua_State* lua) {
+// Takes the value on top of the stack for the argument of this name; whether the export has it.
+bool takeField(lua_State* lua, const std::string& name, const ExportEntry& entry,
+               Arguments& arguments) {
+    if (name == "text" && !entry.text.empty()) {
+        arguments.text = textAt(lua, -1, entry);
+    } else if (name == "value" && !entry.value.empty()) {
+        arguments.value = numberAt(lua, -1, entry, entry.value);
+    } else if (name == "in1" && isInput(entry.block1)) {
+        arguments.in1 = textAt(lua, -1, entry);
+    } else if (name == "in2" && isInput(entry.block2)) {
+        arguments.in2 = textAt(lua, -1, entry);
+    } else if (name == "out1" && isOutput(entry.block1)) {
+        arguments.out1 = sizeAt(lua, -1, entry);
+    } else if (name == "out2" && isOutput(entry.block2)) {
+        arguments.out2 = sizeAt(lua, -1, entry);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+Arguments fromTable(lua_State* lua, const ExportEntry& entry) {
     Arguments arguments;
-    arguments.text = fieldText(lua, "text");
-    arguments.value = fieldNumber(lua, "value", 0.0);
-    arguments.in1 = fieldText(lua, "in1");
-    arguments.in2 = fieldText(lua, "in2");
-    arguments.out1 = sizeFrom(fieldNumber(lua, "out1", kOutSize));
-    arguments.out2 = sizeFrom(fieldNumber(lua, "out2", kOutSize));
+    lua_pushnil(lua);
+    while (lua_next(lua, 1)) {
+        const bool named = lua_type(lua, -2) == LUA_TSTRING;
+        const std::string name = named ? lua_tostring(lua, -2) : luaL_typename(lua, -2);
+        if (!named || !takeField(lua, name, entry, arguments)) {
+            reject(entry, fmt::format("there is no argument \"{}\"", name));
+        }
+        lua_pop(lua, 1);
+    }
     return arguments;
 }
 
 Arguments fromPositions(lua_State* lua, const ExportEntry& entry) {
     Arguments arguments;
     int next = 1;
-    if (!entry.text.empty()) arguments.text = textAt(lua, next++);
-    if (!entry.value.empty()) arguments.value = lua_tonumber(lua, next++);
-    if (isInput(entry.block1)) arguments.in1 = textAt(lua, next++);
-    if (isInput(entry.block2)) arguments.in2 = textAt(lua, next++);
+    if (!entry.text.empty()) arguments.text = textAt(lua, next++, entry);
+    if (!entry.value.empty()) arguments.value = numberAt(lua, next++, entry, entry.value);
+    if (isInput(entry.block1)) arguments.in1 = textAt(lua, next++, entry);
+    if (isInput(entry.block2)) arguments.in2 = textAt(lua, next++, entry);
+    if (lua_gettop(lua) >= next) reject(entry, fmt::format("more than {} arguments", next - 1));
+    return arguments;
+}
+
+Arguments argumentsOf(lua_State* lua, const ExportEntry& entry) {
+    const Arguments arguments =
+        lua_istable(lua, 1) ? fromTable(lua, entry) : fromPositions(lua, entry);
+    if (!entry.value.empty() && !arguments.value) reject(entry, "no value: the " + entry.value);
     return arguments;
 }
 
@@ -110,12 +152,12 @@ int tryCall(lua_State* lua) {
     try {
         const auto& library = *static_cast<Library*>(lua_touserdata(lua, lua_upvalueindex(1)));
         const auto& entry = *static_cast<ExportEntry*>(lua_touserdata(lua, lua_upvalueindex(2)));
-        Arguments arguments = lua_istable(lua, 1) ? fromTable(lua) : fromPositions(lua, entry);
+        Arguments arguments = argumentsOf(lua, entry);
         Block block1(entry.block1, arguments.in1, isOutput(entry.block1) ? arguments.out1 : 0);
         Block block2(entry.block2, arguments.in2, isOutput(entry.block2) ? arguments.out2 : 0);
         const float result = library.find(entry.name)(
-            arguments.text ? arguments.text->data() : nullptr, arguments.value, block1.data(),
-            block1.size(), block2.data(), block2.size(), nullptr);
+            arguments.text ? arguments.text->data() : nullptr, arguments.value.value_or(0.0),
+            block1.data(), block1.size(), block2.data(), block2.size(), nullptr);
         lua_pushnumber(lua, static_cast<double>(result));
         return 1 + pushBlock(lua, block1, entry.block1) + pushBlock(lua, block2, entry.block2);
     } catch (const std::exception& error) {
@@ -126,7 +168,11 @@ int tryCall(lua_State* lua) {
 
 int callFromMacro(lua_State* lua) {
     const int results = tryCall(lua);
-    return results >= 0 ? results : lua_error(lua);
+    if (results >= 0) return results;
+    luaL_where(lua, 1);
+    lua_insert(lua, -2);
+    lua_concat(lua, 2);
+    return lua_error(lua);
 }
 
 void setExports(lua_State* lua, Library& library) {
