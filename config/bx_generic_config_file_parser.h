@@ -49,7 +49,8 @@ public:
     static BXString findTokenInConfigFile(const BXString& file, const BXString& key, bool* found);
     // Puts the line KEY = value on top of the file and drops every older line of the key; creates a
     // missing file. `found` (may be null) tells whether there was an older line. False when the
-    // file could not be opened for writing, or not be read to its end, and then it stays as it was.
+    // file could not be opened for writing, or is there and cannot be read whole; then it stays as
+    // it was.
     // That a write fell short on a full disk is not reported.
     static bool replaceTokenInConfigFile(const BXString& file, const BXString& key,
                                          const BXString& value, bool* found);

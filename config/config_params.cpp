@@ -24,7 +24,6 @@ BXString BXGenericConfigFileParser::paramToString(const char* text) {
     BXString string(text);
     if (!string.startsWith("\"")) return string.isEmpty() ? BXString() : string;
     const int length = string.length();
-    if (length == 1) return BXString();
     return string.subString(1, string.endsWith("\"") ? length - 1 : length);
 }
 

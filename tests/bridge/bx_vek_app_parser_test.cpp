@@ -6,6 +6,7 @@
 #include <random>
 #include <string>
 
+#include "foundation/bx_array.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -79,19 +80,87 @@ TEST(VekApp, BeginsWithItsDefaultsAndClearsToThem) {
     expectDefaults(app);
 }
 
-TEST(VekApp, CopiesDeeply) {
-    BXVekApp app;
-    app.name = "first";
+void fill(BXVekApp& app, const std::string& mark) {
+    int i = 0;
+    for (BXString* text : {&app.id, &app.name, &app.ext, &app.tamplate, &app.locateCommand,
+                           &app.initCommand, &app.editCommand}) {
+        *text = (mark + std::to_string(i++)).c_str();
+    }
     app.version = 3;
     app.ioPrefs = 5;
+}
+
+void expectFilled(const BXVekApp& app, const std::string& mark) {
+    int i = 0;
+    for (const BXString& text : {app.id, app.name, app.ext, app.tamplate, app.locateCommand,
+                                 app.initCommand, app.editCommand}) {
+        EXPECT_EQ(text, BXString((mark + std::to_string(i++)).c_str()));
+    }
+    EXPECT_EQ(app.version, 3);
+    EXPECT_EQ(app.ioPrefs, 5u);
+}
+
+TEST(VekApp, CopiesDeeply) {
+    BXVekApp app;
+    fill(app, "first");
     BXVekApp copy(app), assigned;
     assigned = app;
-    app.name = "changed";
-    for (const BXVekApp* other : {&copy, &assigned}) {
-        EXPECT_EQ(other->name, BXString("first"));
-        EXPECT_EQ(other->version, 3);
-        EXPECT_EQ(other->ioPrefs, 5u);
-    }
+    fill(app, "changed");
+    expectFilled(copy, "first");
+    expectFilled(assigned, "first");
+}
+
+TEST(VekApp, TableIsMadeAnewWithDefaults) {
+    BXArray<BXVekApp> table(3);
+    for (BXVekApp& app : table) fill(app, "old");
+    table.reinit(5);
+    ASSERT_EQ(table.size(), 5u);
+    for (const BXVekApp& app : table) expectDefaults(app);
+    table.reinit(0);
+    EXPECT_TRUE(table.empty());
+}
+
+TEST_F(VekAppParser, CopiesTheWholeRecordAlsoOntoItself) {
+    fill(m_parser, "one");
+    const BXVekAppParser copy(m_parser);
+    expectFilled(copy, "one");
+    BXVekAppParser assigned;
+    assigned = m_parser;
+    expectFilled(assigned, "one");
+    const BXVekAppParser& itself = assigned;
+    assigned = itself;
+    expectFilled(assigned, "one");
+}
+
+TEST_F(VekAppParser, ForgetsTheIdToo) {
+    m_parser.id = "old";
+    EXPECT_TRUE(parse("NAME a\n"));
+    EXPECT_TRUE(m_parser.id.isEmpty());
+}
+
+TEST_F(VekAppParser, SetsAllTwentySixSwitchesTogether) {
+    std::string descriptor;
+    for (const Switch& entry : kSwitches) descriptor += std::string(entry.key) + " Yes\n";
+    EXPECT_TRUE(parse(descriptor));
+    EXPECT_EQ(m_parser.ioPrefs, 0x3FFFFFFu);
+}
+
+TEST_F(VekAppParser, KeepsWhatAKeyWithSeparatorsAloneDoesNotSet) {
+    EXPECT_TRUE(parse("NAME a\nNAME =\nIMPORT_FLIP_X =\nEXPORT_FLIP_X No\nEXPORT_FLIP_X :\n"));
+    EXPECT_EQ(m_parser.name, BXString("a"));
+    EXPECT_EQ(m_parser.ioPrefs, 0u);
+    EXPECT_TRUE(parse("IMPORT_FLIP_X\n"));
+    EXPECT_EQ(m_parser.ioPrefs, 1u);
+}
+
+TEST_F(VekAppParser, CutsTheVersionTowardZero) {
+    const auto versionOf = [&](const char* text) {
+        EXPECT_TRUE(parse(std::string("VEK_VERSION ") + text + "\n"));
+        return m_parser.version;
+    };
+    EXPECT_EQ(versionOf("1e1"), 10);
+    EXPECT_EQ(versionOf("-2.9"), -2);
+    EXPECT_EQ(versionOf("x"), 0);
 }
 
 TEST_F(VekAppParser, RejectsAnEmptyDescriptorAndKeepsTheDefaults) {
@@ -206,11 +275,15 @@ TEST(VekAppParserCallbacks, DoNothingWithoutARecord) {
 TEST_F(VekAppParser, SurvivesRandomBytes) {
     std::mt19937 random(11);
     int read = 0;
+    unsigned int flipped = 0;
     for (int i = 0; i < 2000; ++i) {
         std::string bytes(1 + random() % 200, '\0');
         for (char& byte : bytes) byte = static_cast<char>(random());
         if (i % 2) bytes.insert(random() % bytes.size(), "\nIMPORT_FLIP_X\n");
         read += parse(bytes);
+        EXPECT_LE(m_parser.ioPrefs, 0x3FFFFFFu);
+        flipped += m_parser.ioPrefs & 1u;
     }
     EXPECT_EQ(read, 2000);
+    EXPECT_GT(flipped, 0u);
 }

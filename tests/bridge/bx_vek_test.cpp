@@ -92,3 +92,25 @@ TEST(Vek, KeepsTheHostsPathInTheHubsConfiguration) {
               "PATH = \"/Applications/My Host/Dorvia64.app\"\n");
     EXPECT_EQ(BXVek::getDorviaPath(), BXString("/Applications/My Host/Dorvia64.app"));
 }
+
+TEST(Vek, ReportsThatTheHostsPathCouldNotBeWritten) {
+    const Tree tree;
+    makeFolders(Tree::hub("Vek_Config.txt"));
+    EXPECT_FALSE(BXVek::setDorviaPath("/A"));
+}
+
+TEST(Vek, UnquotesTheHostsPathTwice) {
+    const Tree tree;
+    writeFile(Tree::hub("Vek_Config.txt"), "PATH=\"\"/A b\"\"\n");
+    EXPECT_EQ(BXVek::getDorviaPath(), BXString("/A b"));
+}
+
+TEST(Vek, CannotKeepAPathWithQuotesAtItsEnds) {
+    const Tree tree;
+    tree.addApp("Maya", "");
+    EXPECT_TRUE(BXVek::writeAppPath("Maya", "\"x\""));
+    EXPECT_EQ(readFile(Tree::app("Maya", "Vek_Config.txt")), "PATH = \"\"x\"\"\n");
+    EXPECT_EQ(BXVek::readAppPath("Maya", nullptr), BXString("x"));
+    EXPECT_TRUE(BXVek::writeAppPath("Maya", "/a\"b"));
+    EXPECT_EQ(BXVek::readAppPath("Maya", nullptr), BXString("/a\"b"));
+}

@@ -142,3 +142,24 @@ TEST(ConfigLines, SplitAtTheirFirstEqualsSign) {
     BXString key, value;
     EXPECT_FALSE(BXGenericConfigFileParser::parseALine(nullptr, nullptr, key, value));
 }
+
+TEST_F(Dispatch, FoldsAsciiLettersAndNoOtherByte) {
+    m_parser.addToken("a[", note<'b'>);
+    m_parser.addToken("a@", note<'a'>);
+    m_parser.addToken("a\xC3\xA4", note<'u'>);
+    EXPECT_EQ(parse("A[ 1\nA@ 2\nA\xC3\xA4 3\n"), (Calls{"b:1", "a:2", "u:3"}));
+    EXPECT_EQ(parse("a{ 1\na` 2\na\xC3\x84 3\n"), Calls{});
+}
+
+TEST_F(Dispatch, ReadsTheFirstLineBehindALeadingBreak) {
+    m_parser.addToken("A", note<'a'>);
+    EXPECT_EQ(parse("\nA 1\n"), Calls{"a:1"});
+    EXPECT_EQ(parse("\r\n\r\nA 1\n"), Calls{"a:1"});
+    const char* const text = "\nab\ncd";
+    EXPECT_EQ(BXGenericConfigFileParser::findNextLine(text), text + 1);
+}
+
+TEST_F(Dispatch, KeepsWhatIsNoSeparatorInTheParameter) {
+    m_parser.addToken("A", note<'a'>);
+    EXPECT_EQ(parse("A ,1\nA;2\nA .3\nA \"4\n"), (Calls{"a:,1", "a:;2", "a:.3", "a:\"4"}));
+}

@@ -219,3 +219,21 @@ TEST(FindToken, AgreesWithParseALineOnRandomBytes) {
     }
     EXPECT_GT(matches, 300);
 }
+
+TEST(FindToken, SeparatesAtAnEqualsSignAlone) {
+    const ConfigFile file("a: 1\nb 2\n");
+    EXPECT_EQ(file.find("a"), "(none)");
+    EXPECT_EQ(file.find("a: 1"), "");
+    EXPECT_EQ(file.find("b 2"), "");
+}
+
+TEST(FindToken, FindsNoEmptyKey) {
+    EXPECT_EQ(ConfigFile("a=1\n \nb=2\n").find(""), "(none)");
+    EXPECT_EQ(ConfigFile("\n\na=1\n").find(""), "(none)");
+    EXPECT_EQ(ConfigFile("= 1\n").find(""), "(none)");
+}
+
+TEST(FindToken, FindsNoKeyThatTheFileOnlyBegins) {
+    EXPECT_EQ(ConfigFile("pat").find("path"), "(none)");
+    EXPECT_EQ(ConfigFile("a=b").find("a=b"), "(none)");
+}

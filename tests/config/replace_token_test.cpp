@@ -78,9 +78,9 @@ TEST(ReplaceToken, WritesAnEmptyKeyWithoutFindingIt) {
 }
 
 TEST(ReplaceToken, LosesNothingBehindANul) {
-    const ConfigFile file(std::string("b=2\0\na=3\0x\nc=4\0", 16));
+    const ConfigFile file(std::string("b=2\0\na=3\0x\nc=4\0", 15));
     EXPECT_TRUE(file.replace("a", "5"));
-    EXPECT_EQ(file.bytes(), std::string("A = 5\nb=2\0\nc=4\0", 16));
+    EXPECT_EQ(file.bytes(), std::string("A = 5\nb=2\0\nc=4\0", 15));
 }
 
 TEST(ReplaceToken, ShortensAFileToItsNewLength) {
@@ -211,4 +211,43 @@ TEST(ReplaceToken, AgreesWithTheRuleOnRandomBytes) {
         dropped += found;
     }
     EXPECT_GT(dropped, 300);
+}
+
+TEST(ReplaceToken, MakesNoFolder) {
+    const TempFolder folder;
+    EXPECT_FALSE(replaceIn(folder / "missing/a", "a", "1"));
+    EXPECT_FALSE(fileIsThere(folder / "missing"));
+}
+
+TEST(ReplaceToken, KeepsBlankLinesWhenTheKeyIsEmpty) {
+    const ConfigFile file("a=1\n \nb=2\n");
+    EXPECT_FALSE(file.replace("", "x"));
+    EXPECT_EQ(file.bytes(), " = x\na=1\n \nb=2\n");
+}
+
+TEST(ReplaceToken, KeepsAFileThatIsTheBeginningOfTheKey) {
+    const ConfigFile file("pat");
+    EXPECT_FALSE(file.replace("path", "x"));
+    EXPECT_EQ(file.bytes(), "PATH = x\npat");
+}
+
+TEST(ReplaceToken, FindsWhatItWroteInRandomFiles) {
+    std::mt19937 random(3);
+    const ConfigFile file;
+    int found = 0;
+    for (int i = 0; i < 2000; ++i) {
+        std::string bytes(random() % 200, '\0');
+        for (char& byte : bytes) byte = "kK=x \t\r\n\"\xFF\0"[random() % (i % 2 ? 11 : 10)];
+        writeFile(file.path(), bytes);
+        found += file.replace("k", "value");
+        ASSERT_EQ(file.find("K"), "value") << i;
+        const std::string once = file.bytes();
+        ASSERT_EQ(once.substr(0, 10), "K = value\n");
+        // Writing it again drops it with the empty lines that follow it, and nothing else.
+        const std::size_t rest = once.find_first_not_of("\r\n", 10);
+        file.replace("k", "other");
+        ASSERT_EQ(file.bytes(),
+                  "K = other\n" + (rest == std::string::npos ? "" : once.substr(rest)));
+    }
+    EXPECT_GT(found, 200);
 }
