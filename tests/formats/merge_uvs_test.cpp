@@ -10,10 +10,6 @@ namespace {
 using UVs = BXArray<BXVector2f>;
 using Ints = BXArray<int>;
 
-bool operator==(const BXVector2f& a, const BXVector2f& b) {
-    return a.x == b.x && a.y == b.y;
-}
-
 // Corner chains walked one by one, as the numbering is stated.
 void referenceMerge(UVs& uvs, Ints& uvIndices, const Ints& vertexIndices, int vertexCount) {
     const int n = static_cast<int>(vertexIndices.size());
