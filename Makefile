@@ -35,6 +35,7 @@ demo: build
 	    --app build/release/apps/Example --out build/demo $(if $(MESH),--mesh "$(MESH)")
 
 bench: setup
+	@scripts/install-packages packages-bench.txt
 	@cmake --preset bench >/dev/null
 	@cmake --build --preset bench -j $(JOBS)
 	@scripts/private-view bench/run build/bench

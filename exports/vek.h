@@ -69,8 +69,8 @@ VEK_EXPORT(DeclareMacroActivated);
 
 /* ---- Open panel ------------------------------------------------------------------------------ */
 
-/* Not built yet: returns -1. text: passed on to the panel; buffer1: out, the chosen path. Returns 0,
- * or -1 when no path was chosen or buffer1 is null. */
+/* Not built yet: returns -1. text: passed on to the panel; buffer1: out, the chosen path. Returns
+ * 0, or -1 when no path was chosen or buffer1 is null. */
 VEK_EXPORT(OpenFileDialog);
 
 /* ---- Object list ----------------------------------------------------------------------------- */
@@ -102,11 +102,12 @@ VEK_EXPORT(ExtractVekObject);
 /* ---- Exchange files -------------------------------------------------------------------------- */
 
 /* text: the path of a file that the host has just written. A name that ends in ".Vek" (any letter
- * case; Maya scenes, ".ma", are not built yet): the mesh is brought, in place, into the orientation of the application last asked for with
- * GetVekAppIOPrefs. Where there is nothing to do (no switch, scale 1, no offset along x and y) the
- * offset along z is set to 0 for good. Returns 0; -1 when the file is missing, of another kind, not
- * an exchange file, or could not be rewritten. A damaged file is no failure: what is whole in it is
- * turned. A file whose rewriting was cut off has a blank magic, so that no reader takes it. */
+ * case; Maya scenes, ".ma", are not built yet): the mesh is brought, in place, into the orientation
+ * of the application last asked for with GetVekAppIOPrefs. Where there is nothing to do (no switch,
+ * scale 1, no offset along x and y) the offset along z is set to 0 for good. Returns 0; -1 when the
+ * file is missing, of another kind, not an exchange file, or could not be rewritten. A damaged file
+ * is no failure: what is whole in it is turned. A file whose rewriting was cut off has a blank
+ * magic, so that no reader takes it. */
 VEK_EXPORT(VekPostExport);
 /* The inverse, for a file that the target application has written and the host is about to read. */
 VEK_EXPORT(VekPreImport);
@@ -162,7 +163,8 @@ VEK_EXPORT(IsAppPathValid);
  * "Vek_InstallList.txt" has a line that the location begins with, in any letter case, else 0. */
 VEK_EXPORT(VekAppIsInstalled);
 
-/* ---- Running applications: not built yet, every one gives its failure result ------------------- */
+/* ---- Running applications: not built yet, every one gives its failure result -------------------
+ */
 
 /* text: a location, value: an application index; buffer1, buffer1Size: out, what went wrong, cut to
  * the size. Runs the application's INIT_COMMAND as administrator and waits, some 30 seconds at
@@ -201,9 +203,9 @@ VEK_EXPORT(WriteConfigPrefAsFloat);
 
 /* ---- The host's interface -------------------------------------------------------------------- */
 
-/* Not built yet: returns -1. text: the path of an interface item, value: an offset, buffer1: the path of an anchor item,
- * hostData: the host's table of services. Moves the item beside the anchor. Returns 0 when both
- * were found, -1 otherwise. */
+/* Not built yet: returns -1. text: the path of an interface item, value: an offset, buffer1: the
+ * path of an anchor item, hostData: the host's table of services. Moves the item beside the anchor.
+ * Returns 0 when both were found, -1 otherwise. */
 VEK_EXPORT(SetItemPos);
 
 #ifdef __cplusplus

@@ -12,6 +12,7 @@ class HeaderReader {
 public:
     HeaderReader(const BXFile& file, std::int64_t fileSize) : m_file(file), m_fileSize(fileSize) {}
 
+    // False where no header fits, and when reading failed.
     bool read(std::int64_t offset, Vek_Header& header) {
         if (m_fileSize - offset < kVekBlockHeaderSize) return false;
         const std::int64_t inWindow = offset - m_start;
@@ -21,13 +22,16 @@ public:
         return true;
     }
 
+    bool failed() const { return m_failed; }
+
 private:
     bool refill(std::int64_t offset, Vek_Header& header) {
         const std::int64_t wanted = std::min<std::int64_t>(sizeof m_window, m_fileSize - offset);
         m_start = offset;
         m_filled = static_cast<std::int64_t>(
             m_file.readAt(offset, m_window, static_cast<std::size_t>(wanted)));
-        if (m_filled < kVekBlockHeaderSize) return false;
+        m_failed = m_filled < wanted;
+        if (m_failed) return false;
         std::memcpy(&header, m_window, sizeof header);
         return true;
     }
@@ -36,6 +40,7 @@ private:
     const std::int64_t m_fileSize;
     std::int64_t m_start = 0;
     std::int64_t m_filled = 0;
+    bool m_failed = false;
     char m_window[4096];
 };
 
@@ -61,8 +66,7 @@ void note(VekBlocks& blocks, const Vek_Header& header, std::int64_t offset) {
 
 }  // namespace
 
-VekBlocks findVekBlocks(const BXFile& file, std::int64_t fileSize) {
-    VekBlocks blocks;
+bool findVekBlocks(const BXFile& file, std::int64_t fileSize, VekBlocks& blocks) {
     HeaderReader headers(file, fileSize);
     Vek_Header header;
     std::int64_t offset = kVekFileHeaderSize;
@@ -71,5 +75,5 @@ VekBlocks findVekBlocks(const BXFile& file, std::int64_t fileSize) {
         note(blocks, header, offset);
         offset += header.blockSize;
     }
-    return blocks;
+    return !headers.failed();
 }

@@ -19,5 +19,6 @@ struct VekBlocks {
 };
 
 // Walks the block headers of a file of `fileSize` bytes. The walk ends at the end block, at a
-// header that does not fit into the file, and at a blockSize below 16.
-VekBlocks findVekBlocks(const BXFile& file, std::int64_t fileSize);
+// header that does not fit into the file, and at a blockSize below 16. False when what the file
+// holds could not be read.
+bool findVekBlocks(const BXFile& file, std::int64_t fileSize, VekBlocks& blocks);

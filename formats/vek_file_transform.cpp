@@ -19,10 +19,10 @@ constexpr std::int64_t kVertexSize = 12;
 
 class Transform {
 public:
-    Transform(BXFile& file, std::int64_t size)
-        : m_file(file), m_size(size), m_blocks(findVekBlocks(file, size)) {}
+    Transform(BXFile& file, std::int64_t size) : m_file(file), m_size(size) {}
 
     bool run(const VekPositionMap& map, bool rewind) {
+        if (!findVekBlocks(m_file, m_size, m_blocks)) return false;
         // Memory first: when there is none, the file is still untouched.
         const std::int64_t room = std::min(2 * kPiece, m_size);
         m_buffer.reset(new char[static_cast<std::size_t>(room)]);
@@ -75,7 +75,8 @@ private:
     std::int64_t facesToWalk() const {
         const std::int64_t count = m_blocks.faces.count;
         // Required(R61): the walk over triangles ends where it would for four-index faces, and so
-        // runs a third of its length past the last triangle, into whatever follows in the file.
+        // runs a third of its length or a little more past the last triangle, into whatever follows
+        // in the file.
         if (m_blocks.faces.id == kVekTriangles) return (count * 16 + 11) / 12;
         return count;
     }
@@ -158,11 +159,12 @@ private:
 
     BXFile& m_file;
     const std::int64_t m_size;
-    const VekBlocks m_blocks;
+    VekBlocks m_blocks;
     std::unique_ptr<char[]> m_buffer;
 };
 
-bool hasMagic(const BXFile& file) {
+bool hasMagic(const BXFile& file, std::int64_t size) {
+    if (size < kVekMagicSize) return false;
     char magic[kVekMagicSize + 1] = {};
     if (file.readAt(0, magic, kVekMagicSize) != kVekMagicSize) return false;
     return BXString::cmpNoCase(magic, kVekMagic, kVekMagicSize) == 0;
@@ -172,6 +174,7 @@ bool hasMagic(const BXFile& file) {
 
 bool transformVekFile(const char* path, const VekPositionMap& map, bool rewind) {
     BXFile file(path, BXFile::Access::ReadWrite);
-    if (!file.isOpen() || !hasMagic(file)) return false;
-    return Transform(file, file.size()).run(map, rewind);
+    if (!file.isOpen()) return false;
+    const std::int64_t size = file.size();
+    return hasMagic(file, size) && Transform(file, size).run(map, rewind);
 }

@@ -200,6 +200,31 @@ TEST_F(VekFile, ReportsWritesToAFileOpenForReading) {
     EXPECT_FALSE(file.writeEndVekBlock());
 }
 
+TEST_F(VekFile, ReportsABlockThatIsNotWrittenWhole) {
+    const auto writesInto = [](std::size_t room) {
+        std::string bytes(room, '\0');
+        BXVekFile file;
+        file.m_file = fmemopen(bytes.data(), room, "wb");
+        std::setvbuf(file.m_file, nullptr, _IONBF, 0);
+        return file.writeVekBlock(777, 0.0f, 5, 5, "hello");
+    };
+    EXPECT_TRUE(writesInto(24));
+    EXPECT_FALSE(writesInto(23)) << "inside the padding";
+    EXPECT_FALSE(writesInto(21)) << "before the padding";
+    EXPECT_FALSE(writesInto(16)) << "before the payload";
+    EXPECT_FALSE(writesInto(12)) << "inside the header";
+}
+
+TEST_F(VekFile, SkipsABlockOfMoreThan2GiB) {
+    writeFile(path(), ExchangeFile().block(777, 0, "").end().bytes());
+    const BXVekFile file(bxPath(), "rb");
+    Vek_Header header;
+    EXPECT_TRUE(file.readVekFileHeader() && file.readVekBlockHeader(header));
+    header.blockSize = 0xC0000010u;
+    file.skipVekBlock(header);
+    EXPECT_EQ(ftello(file.m_file), off_t{48} + 0xC0000000ll);
+}
+
 TEST_F(VekFile, KeepsPackingArraysOnWithBothConstructors) {
     EXPECT_TRUE(BXVekFile().m_packArrays);
     EXPECT_TRUE(BXVekFile(bxPath(), "wb").m_packArrays);

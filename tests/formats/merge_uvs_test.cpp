@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
+#include <numeric>
 #include <random>
 
 #include "formats/bx_uv_merge_algo.h"
@@ -61,7 +63,7 @@ TEST(MergeUVs, SharesThePointsOfTwoTrianglesAlongTheirEdge) {
     UVs uvs = {{0, 0}, {1, 0}, {0, 1}, {0, 1}, {1, 0}, {1, 1}};
     Ints indices = {0, 1, 2, 3, 4, 5};
     EXPECT_TRUE(BXUVMergeAlgo::mergeUVs(uvs, indices, kTwoTriangles, 4));
-    EXPECT_EQ(uvs.size(), 4u);
+    EXPECT_EQ(uvs, (UVs{{0, 0}, {1, 0}, {0, 1}, {1, 1}}));
     EXPECT_EQ(indices, (Ints{0, 1, 2, 2, 1, 3}));
 }
 
@@ -80,8 +82,8 @@ TEST(MergeUVs, TakesOneUVPerCornerWhereThereAreNoIndices) {
     UVs uvs = {{0, 0}, {1, 0}, {0, 1}, {0, 1}, {1, 0}, {1, 1}};
     Ints indices;
     EXPECT_TRUE(BXUVMergeAlgo::mergeUVs(uvs, indices, kTwoTriangles, 4));
-    EXPECT_EQ(uvs.size(), 4u);
-    EXPECT_EQ(indices.size(), 6u);
+    EXPECT_EQ(uvs, (UVs{{0, 0}, {1, 0}, {0, 1}, {1, 1}}));
+    EXPECT_EQ(indices, (Ints{0, 1, 2, 2, 1, 3}));
 }
 
 TEST(MergeUVs, RejectsEmptyArraysAndChangesNothing) {
@@ -142,6 +144,45 @@ TEST(MergeUVs, IgnoresIndicesBeyondTheirArrays) {
     EXPECT_TRUE(BXUVMergeAlgo::mergeUVs(uvs, indices, {0, 7, 0}, 1));
     EXPECT_EQ(indices, (Ints{1, -1, 0}));
     EXPECT_TRUE((uvs[0] == BXVector2f{0, 0}));
+}
+
+TEST(MergeUVs, NumbersNothingForAVertexCountOfZero) {
+    UVs uvs = {{1, 1}};
+    Ints indices = {0, 0};
+    EXPECT_TRUE(BXUVMergeAlgo::mergeUVs(uvs, indices, {0, 1}, 0));
+    EXPECT_EQ(indices, (Ints{-1, -1}));
+    EXPECT_TRUE(uvs.empty());
+}
+
+TEST(MergeUVs, GivesTheNumbersOfTheReferenceAtVerticesOfManyUVs) {
+    std::mt19937 random(6);
+    const auto below = [&](int limit) {
+        return static_cast<int>(random() % static_cast<unsigned>(limit));
+    };
+    for (int round = 0; round < 300; ++round) {
+        // Zeros of both signs, NaNs, and some hundred values at a vertex.
+        const auto part = [&] {
+            const int n = below(16);
+            return n == 0 ? 0.0f : n == 1 ? -0.0f : n == 2 ? NAN : static_cast<float>(n) / 3.0f;
+        };
+        const int corners = 1 + below(1500), vertices = 1 + below(3);
+        UVs uvs;
+        Ints indices, vertexIndices;
+        for (int i = 0; i < corners; ++i) {
+            uvs.push_back({part(), part()});
+            vertexIndices.push_back(below(vertices));
+        }
+        UVs expectedUVs = uvs;
+        Ints expectedIndices(static_cast<std::size_t>(corners));
+        std::iota(expectedIndices.begin(), expectedIndices.end(), 0);
+        referenceMerge(expectedUVs, expectedIndices, vertexIndices, vertices);
+        EXPECT_TRUE(BXUVMergeAlgo::mergeUVs(uvs, indices, vertexIndices, vertices));
+        ASSERT_EQ(indices, expectedIndices) << round;
+        ASSERT_EQ(uvs.size(), expectedUVs.size()) << round;
+        for (std::size_t i = 0; i < uvs.size(); ++i) {
+            ASSERT_EQ(std::memcmp(&uvs[i], &expectedUVs[i], sizeof uvs[i]), 0) << round;
+        }
+    }
 }
 
 TEST(MergeUVs, GivesTheNumbersOfTheReferenceOnRandomMeshes) {

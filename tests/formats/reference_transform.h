@@ -3,8 +3,7 @@
 #include <cstdint>
 #include <string>
 
-// The change of orientation, slow and obvious: the whole file in memory, one value after another,
-// in the order in which the description of the format gives the steps.
+// The change of orientation, slow and obvious: the whole file in memory, one value after another.
 struct ReferenceSettings {
     bool afterExport = true;
     bool flip[3] = {false, false, false};
