@@ -1,6 +1,7 @@
 // Set algebra of bit arrays.
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 #include "foundation/bit_words.h"
@@ -36,11 +37,25 @@ struct Xor {
     }
 };
 
+// The guard byte leaves the bits one byte behind an aligned address, where words lie across cache
+// lines. Long arrays, both of them so, are brought into step first.
+constexpr int kCacheLine = 64;
+constexpr int kLong = 16 * kCacheLine;
+
+int bytesBeforeCacheLine(const unsigned char* bytes) noexcept {
+    const auto beyond = static_cast<int>(reinterpret_cast<std::uintptr_t>(bytes) % kCacheLine);
+    return (kCacheLine - beyond) % kCacheLine;
+}
+
 // Puts the operation's results in the place of the first `bits` bits of `to`, and of no other.
 template <class Operation>
 void combine(unsigned char* to, const unsigned char* from, int bits) noexcept {
     const int bytes = bits / 8;
     int byte = 0;
+    if (bytes >= kLong) {
+        const int beforeLine = bytesBeforeCacheLine(to);
+        for (; byte < beforeLine; ++byte) to[byte] = Operation::of(to[byte], from[byte]);
+    }
     for (; byte + kBitWordBytes <= bytes; byte += kBitWordBytes) {
         storeBits(to + byte, Operation::of(loadBits(to + byte), loadBits(from + byte)));
     }

@@ -92,6 +92,7 @@ BXString& BXString::operator=(BXString&& other) noexcept {
 
 BXString::~BXString() {
     delete[] m_text;
+    m_text = nullptr;
 }
 
 void BXString::create(int count, char c) {

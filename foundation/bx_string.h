@@ -100,8 +100,8 @@ public:
     // Optional sign and decimal digits up to the first other character; 0 without any; wraps.
     int convertToInt() const noexcept;
 
-    // Drops a leading "!:" or "file:" and one trailing separator.
-    void makePathValid();
+    // Drops a leading "!:" or "file:" and one trailing separator, in place.
+    void makePathValid() noexcept;
     // The part of this text that the system takes for a path: what follows the first ':', if there
     // is one, from its first '/' on, if there is one. Points into this string, or null for the null
     // string.

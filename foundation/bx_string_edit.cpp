@@ -73,17 +73,18 @@ int BXString::convertToInt() const noexcept {
     return static_cast<int>(negative ? 0U - value : value);
 }
 
-void BXString::makePathValid() {
-    const int textLength = length();
-    int begin = 0;
-    if (cmp(c_str(), "!:", 2) == 0) {
-        begin = 2;
-    } else if (cmpNoCase(c_str(), "file:", 5) == 0) {
-        begin = 5;
+void BXString::makePathValid() noexcept {
+    if (!m_text) return;
+    std::size_t prefix = 0;
+    if (cmp(m_text, "!:", 2) == 0) {
+        prefix = 2;
+    } else if (cmpNoCase(m_text, "file:", 5) == 0) {
+        prefix = 5;
     }
-    int end = textLength;
-    if (end > begin && isSeparator(m_text[end - 1])) --end;
-    if (begin > 0 || end < textLength) create(m_text + begin, m_text + end);
+    std::size_t left = std::strlen(m_text) - prefix;
+    if (left > 0 && isSeparator(m_text[prefix + left - 1])) --left;
+    std::memmove(m_text, m_text + prefix, left);
+    m_text[left] = '\0';
 }
 
 // Required(R17): a relative path loses what stands before its first '/'.

@@ -1,8 +1,6 @@
 // What BXString makes of formats and numbers.
 
-#include <charconv>
 #include <cstdarg>
-#include <iterator>
 
 #include "foundation/bx_string.h"
 #include "foundation/c_locale.h"
@@ -34,9 +32,7 @@ void BXString::print(BXString fmt, ...) {
 }
 
 BXString BXString::int2String(int n) {
-    char text[16] = {};
-    std::to_chars(std::begin(text), std::end(text), n);
-    return text;
+    return format("%d", n);
 }
 
 void BXString::printShortCount(int n) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include "foundation/bx_string.h"
 
 TEST(BXString, IsEqualByText) {
@@ -47,6 +49,20 @@ TEST(BXString, ComparesAtMostNCharacters) {
     EXPECT_EQ(0, BXString::cmpNoCase("abcd", "ABxy", 2));
     EXPECT_EQ(-1, BXString::cmpNoCase("abcd", "ABxy", 3));
     EXPECT_EQ(0, BXString::cmp("ab", "ab", 9));
+}
+
+TEST(BXString, ComparesLongTextsToTheirEnd) {
+    BXString a;
+    BXString b;
+    a.create(150000, 'x');
+    b.create(150000, 'x');
+    b.data()[149999] = 'y';
+    for (const int n : {0, -1, INT_MIN, 150000, INT_MAX}) {
+        EXPECT_EQ(-1, BXString::cmp(a.c_str(), b.c_str(), n)) << n;
+        EXPECT_EQ(-1, BXString::cmpNoCase(a.c_str(), b.c_str(), n)) << n;
+    }
+    EXPECT_EQ(0, BXString::cmp(a.c_str(), b.c_str(), 149999));
+    EXPECT_EQ(0, BXString::cmpNoCase(a.c_str(), b.c_str(), 149999));
 }
 
 TEST(BXString, ComparesWithoutALimitWhenNIsBelowOne) {

@@ -48,6 +48,14 @@ TEST(BXStringFormat, IsAllocatedEvenWhenEmpty) {
     EXPECT_FALSE(BXString::format(BXString()).isNull());
 }
 
+TEST(BXStringFormat, EndsWhereACharacterCannotBeWritten) {
+    const wchar_t noCharacter[] = {static_cast<wchar_t>(0x7FFFFFFF), 0};
+    EXPECT_STREQ("ab", BXString::format("ab%lscd", noCharacter).c_str());
+    BXString s("old");
+    s.print("ab%lscd", noCharacter);
+    EXPECT_STREQ("ab", s.c_str());
+}
+
 TEST(BXStringFormat, KeepsBytesBeyondAscii) {
     EXPECT_STREQ("\xC3\xA4\xFF", BXString::format("%s", "\xC3\xA4\xFF").c_str());
 }

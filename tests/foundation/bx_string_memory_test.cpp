@@ -1,59 +1,19 @@
-// How BXString takes and gives back memory. The program's own array allocation functions record
-// the sizes that are asked for.
+// How BXString takes and gives back memory.
 
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <cstdlib>
 #include <new>
 #include <utility>
-#include <vector>
 
 #include "foundation/bx_string.h"
+#include "tests/foundation/allocation_record.h"
 
 namespace {
 
-// Plain arrays: the recording must not allocate itself.
-constexpr int kMostRecords = 16;
-bool recording = false;
-std::size_t allocated[kMostRecords];
-int allocations = 0;
-int releases = 0;
-
-// Records from its making to its stop, which returns the sizes asked for.
-class AllocationRecord {
-public:
-    AllocationRecord() {
-        allocations = 0;
-        releases = 0;
-        recording = true;
-    }
-    ~AllocationRecord() { recording = false; }
-
-    std::vector<std::size_t> stop() {
-        recording = false;
-        return std::vector<std::size_t>(allocated, allocated + allocations);
-    }
-};
-
-using Sizes = std::vector<std::size_t>;
+using Sizes = AllocationRecord::Sizes;
 
 }  // namespace
-
-void* operator new[](std::size_t size) {
-    if (recording && allocations < kMostRecords) allocated[allocations++] = size;
-    if (void* memory = std::malloc(size)) return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete[](void* memory) noexcept {
-    if (recording && memory) ++releases;
-    std::free(memory);
-}
-
-void operator delete[](void* memory, std::size_t /*size*/) noexcept {
-    operator delete[](memory);
-}
 
 TEST(BXStringMemory, TakesOneBufferOfLengthPlusOneForEachNewText) {
     const BXString abc("abc");
@@ -93,11 +53,33 @@ TEST(BXStringMemory, TakesOneExactBufferForAFormattedText) {
     EXPECT_EQ((Sizes{3, 4}), record.stop());  // the format's copy, then the text
 }
 
+TEST(BXStringMemory, TakesOneExactBufferForAPrintedNumber) {
+    BXString s;
+    AllocationRecord record;
+    s.printShortCount(12399);
+    s.printTime(1, true);
+    s = BXString::int2String(-12);
+    s = BXString::format("%s!", "abcd");
+    // In pairs: a copy of the format, then the text.
+    EXPECT_EQ((Sizes{7, 6, 1, 3, 4, 4, 6}), record.stop());
+    EXPECT_STREQ("abcd!", s.c_str());
+}
+
+TEST(BXStringMemory, TakesOneExactBufferForAFileNameThatGrows) {
+    BXString s("a9.x");
+    BXString null;
+    AllocationRecord record;
+    s.fileNameAdvance();
+    null.fileNameAdvance();
+    EXPECT_EQ((Sizes{6, 2}), record.stop());
+    EXPECT_STREQ("a10.x", s.c_str());
+}
+
 TEST(BXStringMemory, TakesOneByteForAnAllocatedEmptyTextAndNoneForNull) {
     AllocationRecord record;
     { const BXString null; }
     { const BXString empty(""); }
-    EXPECT_EQ(1, releases);
+    EXPECT_EQ(1, record.releases());
     EXPECT_EQ((Sizes{1}), record.stop());
 }
 
@@ -111,10 +93,13 @@ TEST(BXStringMemory, GivesBackAsManyBuffersAsItTakes) {
         s = std::move(other);
         s.fileNameAdvance();
         s.print("%d", 7);
+        s.create(3, 'x');
+        s.create(s.data(), s.data() + 2);
+        s.cutTo(1);
     }
     const Sizes sizes = record.stop();
-    EXPECT_EQ(sizes.size(), static_cast<std::size_t>(releases));
-    EXPECT_GE(sizes.size(), 6u);
+    EXPECT_EQ(sizes.size(), static_cast<std::size_t>(record.releases()));
+    EXPECT_GE(sizes.size(), 9u);
 }
 
 TEST(BXStringMemory, TakesNoneForSearchesTestsAndComparisons) {
@@ -149,23 +134,22 @@ TEST(BXStringMemory, TakesNoneForAMove) {
 }
 
 TEST(BXStringMemory, KeepsTheBufferWhereItWorksInPlace) {
-    BXString s("a1.txt");
+    BXString s("file:ab19.txt/");
     const char* const buffer = s.data();
     AllocationRecord record;
-    s.toUpper();
-    s.fileNameAdvance();
+    s.makePathValid();
     const BXString* const self = &s.toUpper();
     s.cutTo(0);
-    s.makePathValid();
     EXPECT_EQ(Sizes{}, record.stop());
     EXPECT_EQ(&s, self);
-    EXPECT_EQ(buffer, s.data());
+    EXPECT_STREQ("AB19.TXT", s.c_str());
 
+    s.fileNameAdvance();
     const BXString set("A");
     s.removeCharsOf(set);
     s.replaceCharsOf(set, 'b');
     EXPECT_EQ(buffer, s.data());
-    EXPECT_STREQ("2.TXT", s.c_str());
+    EXPECT_STREQ("B20.TXT", s.c_str());
 }
 
 TEST(BXStringMemory, CopiesBeforeItFreesTheOldBuffer) {

@@ -50,12 +50,19 @@ TEST(BXStringMakePathValid, LeavesEverythingElseAsItIs) {
     EXPECT_TRUE(madeValid(nullptr).isNull());
 }
 
-TEST(BXStringMakePathValid, CanLeaveNothing) {
-    EXPECT_TRUE(madeValid("/").isEmpty());
-    EXPECT_TRUE(madeValid("file:").isEmpty());
-    EXPECT_TRUE(madeValid("file:/").isEmpty());
-    EXPECT_TRUE(madeValid("!:").isEmpty());
-    EXPECT_TRUE(madeValid("!:\\").isEmpty());
+TEST(BXStringMakePathValid, CanLeaveAnAllocatedEmptyText) {
+    for (const char* const path : {"/", "\\", "file:", "file:/", "!:", "!:\\"}) {
+        const BXString left = madeValid(path);
+        EXPECT_TRUE(left.isEmpty()) << path;
+        EXPECT_FALSE(left.isNull()) << path;
+    }
+    EXPECT_FALSE(madeValid("").isNull());
+}
+
+TEST(BXStringMakePathValid, DropsNoSeparatorThatThePrefixHeld) {
+    EXPECT_STREQ("a", madeValid("!:a").c_str());
+    EXPECT_STREQ("!:", madeValid("!:!:").c_str());
+    EXPECT_STREQ("/", madeValid("!://").c_str());
 }
 
 TEST(BXStringGetValidFilePath, BeginsAtTheFirstSlashAfterTheFirstColon) {

@@ -249,10 +249,13 @@ TEST(BXStringFindFirstTag, LooksAtTheCaseUnlessToldNotTo) {
 }
 
 TEST(BXStringFindFirstTag, RejectsEmptyTextsAndTagsWithoutATouch) {
-    EXPECT_EQ((TagResult{false, -2, 9}), findTag("", "(", ")", -2, 9));
-    EXPECT_EQ((TagResult{false, -2, 9}), findTag(BXString(), "(", ")", -2, 9));
-    EXPECT_EQ((TagResult{false, -2, 9}), findTag("(a)", "", ")", -2, 9));
-    EXPECT_EQ((TagResult{false, -2, 9}), findTag("(a)", "(", BXString(), -2, 9));
+    for (const BXString& empty : {BXString(), BXString("")}) {
+        for (const bool ignoreCase : {false, true}) {
+            EXPECT_EQ((TagResult{false, -2, 9}), findTag(empty, "(", ")", -2, 9, ignoreCase));
+            EXPECT_EQ((TagResult{false, -2, 9}), findTag("(a)", empty, ")", -2, 9, ignoreCase));
+            EXPECT_EQ((TagResult{false, -2, 9}), findTag("(a)", "(", empty, -2, 9, ignoreCase));
+        }
+    }
 }
 
 TEST(BXStringFindFirstTag, RejectsAStartBeyondTheTextWithoutATouch) {

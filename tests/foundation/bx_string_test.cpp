@@ -226,37 +226,75 @@ TEST(BXString, PrintsToAStream) {
 }
 
 TEST(BXString, BehavesAlikeWhetherNullOrAllocatedEmpty) {
-    const BXString forms[] = {BXString(), BXString("")};
     const BXString a("a");
-    for (const BXString& s : forms) {
+    for (const BXString& s : {BXString(), BXString("")}) {
         EXPECT_EQ(0, s.length());
-        EXPECT_FALSE(s.startsWith(a));
-        EXPECT_FALSE(s.endsWith(a));
+        for (const bool ignoreCase : {false, true}) {
+            EXPECT_FALSE(s.startsWith(a, ignoreCase));
+            EXPECT_FALSE(s.endsWith(a, ignoreCase));
+            EXPECT_EQ(-1, s.findFirst(a, ignoreCase));
+            EXPECT_EQ(-1, s.findFirst("", ignoreCase));
+            EXPECT_EQ(-1, s.findFirst(BXString(), ignoreCase));
+            EXPECT_EQ(-1, s.findNext(a, 0, ignoreCase));
+            EXPECT_EQ(-1, s.findLast(a, ignoreCase));
+            EXPECT_EQ(-1, s.findPrev(a, 1, ignoreCase));
+        }
         EXPECT_FALSE(s.isInPath(a));
-        EXPECT_EQ(-1, s.findFirst(a));
-        EXPECT_EQ(-1, s.findFirst(""));
-        EXPECT_EQ(-1, s.findNext(a, 0));
-        EXPECT_EQ(-1, s.findLast(a));
-        EXPECT_EQ(-1, s.findPrev(a, 1));
-        EXPECT_EQ(-1, s.findFirstCharOf(a));
-        EXPECT_EQ(-1, s.findFirstCharNotOf(a));
-        EXPECT_EQ(-1, s.findLastCharOf(a));
-        EXPECT_EQ(-1, s.findLastCharNotOf(a));
-        EXPECT_EQ(-1, s.findNextCharOf(a, 0));
-        EXPECT_EQ(-1, s.findNextCharNotOf(a, 0));
-        EXPECT_EQ(-1, s.findPrevCharOf(a, 1));
-        EXPECT_EQ(-1, s.findPrevCharNotOf(a, 1));
+        EXPECT_TRUE(s.isInPath(BXString()));
+        EXPECT_TRUE(s.isInPath(""));
         EXPECT_EQ(0, s.convertToInt());
         EXPECT_TRUE(s.getFileName().isNull());
         EXPECT_TRUE(s.subString(0, -1).isNull());
+        EXPECT_TRUE(s.unquoted().isEmpty());
     }
+}
+
+TEST(BXString, IsSearchedForCharactersAlikeWhetherNullOrAllocatedEmpty) {
+    const BXString sets[] = {BXString("a"), BXString(""), BXString()};
+    for (const BXString& s : {BXString(), BXString("")}) {
+        for (const BXString& set : sets) {
+            EXPECT_EQ(-1, s.findFirstCharOf(set));
+            EXPECT_EQ(-1, s.findFirstCharNotOf(set));
+            EXPECT_EQ(-1, s.findLastCharOf(set));
+            EXPECT_EQ(-1, s.findLastCharNotOf(set));
+            EXPECT_EQ(-1, s.findNextCharOf(set, 0));
+            EXPECT_EQ(-1, s.findNextCharNotOf(set, 0));
+            EXPECT_EQ(-1, s.findPrevCharOf(set, 1));
+            EXPECT_EQ(-1, s.findPrevCharNotOf(set, 1));
+        }
+    }
+}
+
+TEST(BXString, IsSearchedForANullPatternAsForAnAllocatedEmptyOne) {
     const BXString text("abc");
-    for (const BXString& pattern : forms) {
-        EXPECT_EQ(0, text.findFirst(pattern));
-        EXPECT_EQ(-1, text.findNext(pattern, 0));
-        EXPECT_EQ(-1, text.findLast(pattern));
-        EXPECT_EQ(-1, text.findPrev(pattern, 1));
-        EXPECT_EQ(-1, text.findFirstCharOf(pattern));
-        EXPECT_EQ(0, text.findFirstCharNotOf(pattern));
+    for (const BXString& pattern : {BXString(), BXString("")}) {
+        for (const bool ignoreCase : {false, true}) {
+            EXPECT_EQ(0, text.findFirst(pattern, ignoreCase));
+            EXPECT_EQ(-1, text.findNext(pattern, 0, ignoreCase));
+            EXPECT_EQ(-1, text.findLast(pattern, ignoreCase));
+            EXPECT_EQ(-1, text.findPrev(pattern, 1, ignoreCase));
+        }
+    }
+}
+
+TEST(BXString, TakesANullSetAsTheAllocatedEmptyOne) {
+    for (const BXString& set : {BXString(), BXString("")}) {
+        const BXString text("abc");
+        EXPECT_EQ(-1, text.findFirstCharOf(set));
+        EXPECT_EQ(0, text.findFirstCharNotOf(set));
+        EXPECT_EQ(-1, text.findLastCharOf(set));
+        EXPECT_EQ(2, text.findLastCharNotOf(set));
+        EXPECT_EQ(-1, text.findNextCharOf(set, 0));
+        EXPECT_EQ(1, text.findNextCharNotOf(set, 1));
+        EXPECT_EQ(-1, text.findPrevCharOf(set, 3));
+        EXPECT_EQ(1, text.findPrevCharNotOf(set, 2));
+        BXString edited("abc");
+        edited.removeCharsOf(set);
+        edited.replaceCharsOf(set, 'x');
+        EXPECT_STREQ("abc", edited.c_str());
+        edited.replaceCharsNotOf(set, 'x');
+        EXPECT_STREQ("xxx", edited.c_str());
+        edited.removeCharsNotOf(set);
+        EXPECT_STREQ("", edited.c_str());
     }
 }

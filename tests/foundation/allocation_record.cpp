@@ -1,0 +1,86 @@
+#include "tests/foundation/allocation_record.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace {
+
+// Plain arrays: the recording must not allocate itself.
+constexpr int kMostRecords = 64;
+bool recording = false;
+std::size_t allocated[kMostRecords];
+int allocations = 0;
+int released = 0;
+
+// In front of all memory taken, as wide as the strictest alignment.
+enum class Kind { object, array };
+constexpr std::size_t kFrontSize = alignof(std::max_align_t);
+static_assert(kFrontSize >= sizeof(Kind));
+
+void* take(std::size_t size, Kind kind) {
+    if (recording && allocations < kMostRecords) allocated[allocations++] = size;
+    if (size > static_cast<std::size_t>(PTRDIFF_MAX) - kFrontSize) throw std::bad_alloc();
+    char* const front = static_cast<char*>(std::malloc(kFrontSize + size));
+    if (!front) throw std::bad_alloc();
+    std::memcpy(front, &kind, sizeof kind);
+    return front + kFrontSize;
+}
+
+void giveBack(void* memory, Kind kind) noexcept {
+    if (!memory) return;
+    if (recording) ++released;
+    char* const front = static_cast<char*>(memory) - kFrontSize;
+    if (std::memcmp(front, &kind, sizeof kind) != 0) {
+        std::fputs("new and delete do not match: one is for arrays, one is not\n", stderr);
+        std::abort();
+    }
+    std::free(front);
+}
+
+}  // namespace
+
+AllocationRecord::AllocationRecord() {
+    allocations = 0;
+    released = 0;
+    recording = true;
+}
+
+AllocationRecord::~AllocationRecord() {
+    recording = false;
+}
+
+AllocationRecord::Sizes AllocationRecord::stop() {
+    recording = false;
+    return Sizes(allocated, allocated + allocations);
+}
+
+int AllocationRecord::releases() const {
+    return released;
+}
+
+void* operator new(std::size_t size) {
+    return take(size, Kind::object);
+}
+
+void* operator new[](std::size_t size) {
+    return take(size, Kind::array);
+}
+
+void operator delete(void* memory) noexcept {
+    giveBack(memory, Kind::object);
+}
+
+void operator delete[](void* memory) noexcept {
+    giveBack(memory, Kind::array);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    giveBack(memory, Kind::object);
+}
+
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+    giveBack(memory, Kind::array);
+}
