@@ -126,6 +126,17 @@ void answer(Question question, Bits& to, const Bits& from) {
     }
 }
 
+// How far from 1 a ratio of equals can lie on this machine.
+void control(benchmark::State& state, Question question) {
+    const Sets& from = sets(2, 1);
+    Boost first(sets(2, 2).boost);
+    Boost second(first);
+    const Boost again(from.boost);
+    compare(
+        state, [&] { answer(question, first, from.boost); },
+        [&] { answer(question, second, again); });
+}
+
 template <class Bits>
 void against(benchmark::State& state, Question question, int oneIn, Bits Sets::*peer) {
     const Sets& from = sets(oneIn, 1);
@@ -149,6 +160,13 @@ int main(int argc, char** argv) {
                                                           {Question::Union, "union"},
                                                           {Question::Intersection, "intersection"}};
     for (const auto& question : questions) {
+        const Question of = question.first;
+        benchmark::RegisterBenchmark(
+            (std::string("Boost/") + question.second + "/1_in_2/against_itself").c_str(),
+            [=](benchmark::State& state) { control(state, of); })
+            ->UseManualTime()
+            ->Iterations(of == Question::Walk ? 15 : 101)
+            ->Unit(benchmark::kMillisecond);
         for (const int oneIn : {2, 64, 4096}) {
             const std::string name =
                 std::string("BXBoolArray/") + question.second + "/1_in_" + std::to_string(oneIn);
@@ -157,7 +175,7 @@ int main(int argc, char** argv) {
                 (name + "/against_boost").c_str(),
                 [=](benchmark::State& state) { against(state, asked, oneIn, &Sets::boost); })
                 ->UseManualTime()
-                ->Iterations(15)
+                ->Iterations(asked == Question::Walk ? 15 : 101)
                 ->Unit(benchmark::kMillisecond);
             benchmark::RegisterBenchmark(
                 (name + "/against_vector_bool").c_str(),

@@ -27,9 +27,9 @@ private:
     std::string m_path;
 };
 
-// Times ours and the floor or peer in turn, once for each iteration of the benchmark: the reported
-// time is ours, "floor_ms" the median of the other, "ratio" the median of ours over the other.
-// `before` runs ahead of each, untimed.
+// Times ours and the floor or peer, once each for each iteration of the benchmark and in turn
+// first: the reported time is ours, "floor_ms" the median of the other, "ratio" the median of ours
+// over the other. `before` runs ahead of each, untimed.
 void compare(
     benchmark::State& state, const std::function<void()>& ours, const std::function<void()>& floor,
     const std::function<void()>& before = [] {});

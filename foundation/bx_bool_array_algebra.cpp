@@ -1,67 +1,27 @@
 // Set algebra of bit arrays.
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 
+#include "foundation/bit_lines.h"
 #include "foundation/bit_words.h"
 #include "foundation/bx_bool_array.h"
 
 namespace {
 
-struct Or {
-    template <class Word>
-    static Word of(Word a, Word b) {
-        return static_cast<Word>(a | b);
-    }
-};
-
-struct And {
-    template <class Word>
-    static Word of(Word a, Word b) {
-        return static_cast<Word>(a & b);
-    }
-};
-
-struct AndNot {
-    template <class Word>
-    static Word of(Word a, Word b) {
-        return static_cast<Word>(a & ~b);
-    }
-};
-
-struct Xor {
-    template <class Word>
-    static Word of(Word a, Word b) {
-        return static_cast<Word>(a ^ b);
-    }
-};
-
-// The guard byte leaves the bits one byte behind an aligned address, where words lie across cache
-// lines. Long arrays, both of them so, are brought into step first.
-constexpr int kCacheLine = 64;
-constexpr int kLong = 16 * kCacheLine;
-
-int bytesBeforeCacheLine(const unsigned char* bytes) noexcept {
-    const auto beyond = static_cast<int>(reinterpret_cast<std::uintptr_t>(bytes) % kCacheLine);
-    return (kCacheLine - beyond) % kCacheLine;
+template <class Operation, class Word>
+Word resultOf(Word a, Word b) {
+    Operation::apply(a, b);
+    return a;
 }
 
 // Puts the operation's results in the place of the first `bits` bits of `to`, and of no other.
 template <class Operation>
 void combine(unsigned char* to, const unsigned char* from, int bits) noexcept {
     const int bytes = bits / 8;
-    int byte = 0;
-    if (bytes >= kLong) {
-        const int beforeLine = bytesBeforeCacheLine(to);
-        for (; byte < beforeLine; ++byte) to[byte] = Operation::of(to[byte], from[byte]);
-    }
-    for (; byte + kBitWordBytes <= bytes; byte += kBitWordBytes) {
-        storeBits(to + byte, Operation::of(loadBits(to + byte), loadBits(from + byte)));
-    }
-    for (; byte < bytes; ++byte) to[byte] = Operation::of(to[byte], from[byte]);
+    combineBytes<Operation>(to, from, bytes);
     if (bits % 8 == 0) return;
-    const unsigned char result = Operation::of(to[bytes], from[bytes]);
+    const unsigned char result = resultOf<Operation>(to[bytes], from[bytes]);
     const unsigned char mask = bitsBelow(bits % 8);
     to[bytes] = static_cast<unsigned char>((to[bytes] & ~mask) | (result & mask));
 }
@@ -72,12 +32,12 @@ bool anyOf(const unsigned char* a, const unsigned char* b, int bits) noexcept {
     const int bytes = bits / 8;
     int byte = 0;
     for (; byte + kBitWordBytes <= bytes; byte += kBitWordBytes) {
-        if (Operation::of(loadBits(a + byte), loadBits(b + byte))) return true;
+        if (resultOf<Operation>(loadBits(a + byte), loadBits(b + byte))) return true;
     }
     for (; byte < bytes; ++byte) {
-        if (Operation::of(a[byte], b[byte])) return true;
+        if (resultOf<Operation>(a[byte], b[byte])) return true;
     }
-    return bits % 8 && (Operation::of(a[bytes], b[bytes]) & bitsBelow(bits % 8));
+    return bits % 8 && (resultOf<Operation>(a[bytes], b[bytes]) & bitsBelow(bits % 8));
 }
 
 }  // namespace
