@@ -14,9 +14,8 @@
 //   int, float      4 bytes
 //   text            its length with the NUL as int, the bytes with the NUL, zeros up to a multiple
 //                   of 4; the empty and the null text: 01 00 00 00 00 00 00 00
-//   array           the number of elements as int, then the elements: 4 bytes each, 2 or 1 for
-//   short
-//                   and char, 8 or 12 for vectors; after short and char elements zeros up to a
+//   array           the number of elements as int, then the elements: 4 bytes each, 2 for short,
+//                   1 for char, 8 or 12 for vectors; after short and char elements zeros up to a
 //                   multiple of 4 bytes, unless m_packArrays is true
 //   bit array       as an array of char: 1 for each bit that is set, 0 for the others
 //

@@ -10,9 +10,8 @@
 // Operations that several types have:
 //   normalize()          divides by the length; the result, where there is one, is the length
 //   normalize(length)    scales to this length
-//   snapToIntegerValues  each component that lies less than `tolerance` beyond an integer, seen
-//   from
-//                        zero, becomes that integer: with 0.001 3.0004 becomes 3, 2.9996 stays
+//   snapToIntegerValues  each component that, seen from zero, lies less than `tolerance` beyond
+//                        an integer becomes it: with 0.001, 3.0004 becomes 3 and 2.9996 stays
 //   makeOrthogonalTo     takes away the part along n, which has to be of unit length; true
 //   findOrthogonalVector `out` = axis × this, with the axis of the smallest component; not of unit
 //                        length

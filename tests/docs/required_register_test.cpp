@@ -1,4 +1,5 @@
-// Holds docs/required.md, the comments in the code and the tests against each other.
+// Holds docs/required.md, docs/foundation.md, the comments in the code and the tests against each
+// other.
 
 #include <gtest/gtest.h>
 
@@ -102,4 +103,22 @@ TEST(RequiredRegister, NamesATestForEveryRowThatCarriesItsId) {
     for (const auto& [id, row] : registered) {
         EXPECT_EQ(marked.count(id + " " + row.test), 1u) << row.test << " does not carry " << id;
     }
+}
+
+TEST(FoundationPage, HasTheRowsOfItsTypesWithTheSameTests) {
+    std::map<std::string, std::string> expected;
+    for (const auto& [id, row] : rows()) {
+        const bool isOfThePage = row.file.rfind("foundation/", 0) == 0 ||
+                                 row.file.rfind("formats/vectors", 0) == 0 ||
+                                 row.file.rfind("formats/bx_binary_file", 0) == 0;
+        if (isOfThePage) expected[id] = row.test;
+    }
+    std::map<std::string, std::string> found;
+    const std::string text = readFile(kSource + "/docs/foundation.md");
+    const std::regex line("\\| (R[0-9]{2}) \\|.*\\| ([A-Za-z0-9]+\\.[A-Za-z0-9]+) \\|");
+    for (std::sregex_iterator it(text.begin(), text.end(), line), end; it != end; ++it) {
+        found[(*it)[1]] = (*it)[2];
+    }
+    EXPECT_GT(expected.size(), 20u);
+    EXPECT_EQ(expected, found);
 }
