@@ -31,7 +31,7 @@ if(VEK_32BIT)
 endif()
 
 if(VEK_SANITIZE)
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_compile_options(-O1 -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
@@ -46,4 +46,8 @@ endif()
 function(vek_warnings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
         $<$<BOOL:${VEK_WERROR}>:-Werror>)
+    # The checks that sanitizers put in make GCC see uninitialised values in the standard library.
+    if(VEK_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
+    endif()
 endfunction()

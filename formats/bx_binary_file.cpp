@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <cstring>
+#include <new>
 
 #include "os/bx_file.h"
 
@@ -14,14 +16,15 @@
 
 namespace {
 
-// In wrapping 32-bit arithmetic: callers hand in whatever they read.
-int paddingOf(int n) {
-    const int fours = static_cast<int>(static_cast<unsigned int>(n) + 3u) / 4;
-    return static_cast<int>(static_cast<unsigned int>(fours) * 4u - static_cast<unsigned int>(n));
+int paddingOf(std::int64_t n) {
+    return static_cast<int>((n + 3) / 4 * 4 - n);
 }
 
 // Memory that a count may ask for whatever the size of the file.
 constexpr std::int64_t kAlwaysTaken = 1 << 20;
+
+// Arrays grow by pieces that stay in the cache between being zeroed and being filled.
+constexpr std::size_t kPieceBytes = std::size_t{256} << 10;
 
 // The padding of so many bytes is that of what they leave beyond a multiple of 4.
 int beyondFours(std::size_t bytes) {
@@ -64,15 +67,19 @@ bool BXBinaryFile::readBytes(void* bytes, std::size_t count) const {
 }
 
 // How many of `count` elements to make room for: all, but where they need more memory than the
-// whole file could fill, only those that are left in it.
+// whole file could fill, only those that are left in it. Throws bad_alloc for what no memory of
+// this word size holds.
 int BXBinaryFile::roomFor(int count, int elementSize) const {
     const std::int64_t bytes = std::int64_t{count} * elementSize;
+    std::int64_t room = count;
     struct stat status;
-    if (bytes <= kAlwaysTaken) return count;
-    if (fstat(fileno(m_file), &status) != 0 || !S_ISREG(status.st_mode)) return count;
-    if (bytes <= status.st_size) return count;
-    const std::int64_t left = std::max<std::int64_t>(0, status.st_size - ftello(m_file));
-    return static_cast<int>(std::min<std::int64_t>((left + elementSize - 1) / elementSize, count));
+    if (bytes > kAlwaysTaken && fstat(fileno(m_file), &status) == 0 && S_ISREG(status.st_mode) &&
+        bytes > status.st_size) {
+        const std::int64_t left = std::max<std::int64_t>(0, status.st_size - ftello(m_file));
+        room = std::min(room, (left + elementSize - 1) / elementSize);
+    }
+    if (room * elementSize > static_cast<std::int64_t>(PTRDIFF_MAX)) throw std::bad_alloc();
+    return static_cast<int>(room);
 }
 
 bool BXBinaryFile::readCount(int& count) const {
@@ -171,15 +178,24 @@ template <class Element>
 bool BXBinaryFile::readArray(BXArray<Element>& array) const {
     int count = 0;
     if (!readCount(count)) return false;
-    array.resize(static_cast<std::size_t>(roomFor(count, sizeof(Element))));
-    const std::size_t room = array.size() * sizeof(Element);
-    const std::size_t came = readUpTo(array.data(), room);
-    if (came == static_cast<std::size_t>(count) * sizeof(Element)) return true;
-    // What was in the array before must not look like elements of the file.
-    if (room > came) {
-        std::memset(reinterpret_cast<char*>(array.data()) + came, 0, room - came);
+    const auto room = static_cast<std::size_t>(roomFor(count, sizeof(Element)));
+    if (array.size() > room) array.resize(room);
+    array.reserve(room);
+    for (std::size_t done = 0; done < room;) {
+        const std::size_t piece = std::min(room - done, kPieceBytes / sizeof(Element));
+        const std::size_t bytes = piece * sizeof(Element);
+        if (array.size() < done + piece) array.resize(done + piece);
+        const std::size_t came = readUpTo(array.data() + done, bytes);
+        if (came < bytes) {
+            // What was in the array before must not look like elements of the file.
+            std::memset(reinterpret_cast<char*>(array.data() + done) + came, 0, bytes - came);
+            array.resize(done + piece);
+            array.resize(room);
+            return false;
+        }
+        done += piece;
     }
-    return false;
+    return room == static_cast<std::size_t>(count);
 }
 
 template <class Element>

@@ -114,6 +114,7 @@ template <class T, class Comp>
 void indexedSort(BXArray<int>& indices, int n, const T* data, Comp compare) {
     n = std::max(n, 0);
     indices.resize(static_cast<std::size_t>(n));
+    if (n == 0) return;
     std::iota(indices.begin(), indices.end(), 0);
     int depth = 0;
     for (int rest = n; rest > 1; rest /= 2) depth += 2;

@@ -162,8 +162,12 @@ void BXBoolArray::writeRange(int first, int n, bool value) {
 }
 
 void BXBoolArray::growToHold(const int* indexes, int n) {
-    const int highest = n > 0 ? *std::max_element(indexes, indexes + n) : -1;
-    if (highest >= m_count && highest < INT_MAX) resize(highest + 1, false);
+    int end = m_count;
+    for (int i = 0; i < n; ++i) {
+        // No count can hold the last int as an index.
+        if (indexes[i] >= end && indexes[i] < INT_MAX) end = indexes[i] + 1;
+    }
+    if (end > m_count) resize(end, false);
 }
 
 void BXBoolArray::set(int n, const int* indexes) {
@@ -222,7 +226,7 @@ void BXBoolArray::writeByteOfEach(const BXArray<int>& indexes, unsigned char byt
     unsigned char* const last = m_count % 8 ? m_data + m_count / 8 : nullptr;
     const unsigned char before = last ? *last : 0;
     for (const int index : indexes) {
-        if (index >= 0 && index < capacity()) m_data[index / 8] = byte;
+        if (index >= 0 && index / 8 < m_dataEnd - m_data) m_data[index / 8] = byte;
     }
     if (last) *last = mixed(before, *last, bitsBelow(m_count % 8));
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cassert>
+#include <climits>
+#include <cstddef>
 #include <iosfwd>
 #include <utility>
 
@@ -28,7 +30,10 @@ public:
     ~BXBoolArray() { freeData(); }
 
     int count() const noexcept { return m_count; }
-    int capacity() const noexcept { return static_cast<int>(m_dataEnd - m_data) * 8; }
+    int capacity() const noexcept {
+        const std::ptrdiff_t bytes = m_dataEnd - m_data;
+        return bytes > INT_MAX / 8 ? INT_MAX : static_cast<int>(bytes) * 8;
+    }
     // The bytes that hold the bits, with a guard byte before the first and at dataEnd().
     const unsigned char* data() const noexcept { return m_data; }
     const unsigned char* dataEnd() const noexcept { return m_dataEnd; }
@@ -143,7 +148,7 @@ private:
         return static_cast<unsigned char>(1u << (i & 7));
     }
     unsigned char& byteOf(int i) const noexcept {
-        assert(i >= 0 && i < capacity());
+        assert(i >= 0 && i / 8 < m_dataEnd - m_data);
         return m_data[i >> 3];
     }
 

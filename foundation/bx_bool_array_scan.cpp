@@ -2,6 +2,7 @@
 // byte through the tables.
 
 #include <algorithm>
+#include <cstdint>
 
 #include "foundation/bit_words.h"
 #include "foundation/bx_bool_array.h"
@@ -21,10 +22,10 @@ BitWord countsOfBytes(BitWord word) noexcept {
     return (word + (word >> 4)) & 0x0F0F0F0F0F0F0F0Fu;
 }
 
-int countIn(const unsigned char* data, int bytes) noexcept {
+std::int64_t countIn(const unsigned char* data, int bytes) noexcept {
     // A byte of the sum of 31 words is at most 248.
     constexpr int kWordsAtOnce = 31;
-    int count = 0;
+    std::int64_t count = 0;
     int byte = 0;
     while (byte + kBitWordBytes <= bytes) {
         const int words = std::min((bytes - byte) / kBitWordBytes, kWordsAtOnce);
@@ -34,7 +35,7 @@ int countIn(const unsigned char* data, int bytes) noexcept {
         }
         // The eight sums, added up in pairs of 16 bits each so that none runs over.
         sums = (sums & 0x00FF00FF00FF00FFu) + (sums >> 8 & 0x00FF00FF00FF00FFu);
-        count += static_cast<int>(sums * 0x0001000100010001u >> 48);
+        count += static_cast<std::int64_t>(sums * 0x0001000100010001u >> 48);
     }
     for (; byte < bytes; ++byte) count += BXBitMgr::getNumBits1(data[byte]);
     return count;
@@ -50,7 +51,7 @@ bool blockHasAny(const unsigned char* data) noexcept {
     return any != 0;
 }
 
-// The lowest index >= start, 0 <= start < 8 * bytes, or 8 * bytes or more when there is none.
+// The lowest index >= start, 0 <= start < 8 * bytes, or -1.
 template <bool value>
 int lowestFrom(const unsigned char* data, int bytes, int start) noexcept {
     int byte = start / 8;
@@ -79,7 +80,7 @@ int lowestFrom(const unsigned char* data, int bytes, int start) noexcept {
         const unsigned char bits = wanted<value>(data[byte]);
         if (bits) return byte * 8 + BXBitMgr::getFirstBit1(bits);
     }
-    return bytes * 8;
+    return -1;
 }
 
 // The highest index <= start, start >= 0, or -1.
@@ -123,8 +124,9 @@ int BXBoolArray::getNumberOfBitSetWithin(int from, int to) const noexcept {
     const int firstByte = from / 8, lastByte = (to - 1) / 8;
     const auto before = static_cast<unsigned char>(m_data[firstByte] & bitsBelow(from % 8));
     const auto behind = static_cast<unsigned char>(m_data[lastByte] & 0xFE << (to - 1) % 8);
-    return countIn(m_data + firstByte, lastByte - firstByte + 1) - getNumBitsAt1(before) -
-           getNumBitsAt1(behind);
+    const std::int64_t count = countIn(m_data + firstByte, lastByte - firstByte + 1) -
+                               getNumBitsAt1(before) - getNumBitsAt1(behind);
+    return static_cast<int>(count);
 }
 
 int BXBoolArray::getNumberOfBitClearedWithin(int from, int to) const noexcept {

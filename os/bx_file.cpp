@@ -37,7 +37,8 @@ int flagsOf(const char* mode) {
         case 'r':
             return both ? O_RDWR : O_RDONLY;
         case 'w':
-            return (both ? O_RDWR : O_WRONLY) | O_CREAT | O_TRUNC;
+            return (both ? O_RDWR : O_WRONLY) | O_CREAT | O_TRUNC |
+                   (std::strchr(mode, 'x') ? O_EXCL : 0);
         case 'a':
             return (both ? O_RDWR : O_WRONLY) | O_CREAT | O_APPEND;
         default:

@@ -56,6 +56,13 @@ TEST(IndexedSort, OfNoPointsIsEmpty) {
     EXPECT_TRUE(sorted({}, 1.0f).empty());
 }
 
+TEST(IndexedSort, OfNoPointsLeavesAFreshArrayAlone) {
+    BXArray<int> indices;
+    BXVector3f::indexedSort(indices, {}, 0.0f);
+    EXPECT_TRUE(indices.empty());
+    EXPECT_EQ(indices.capacity(), 0u);
+}
+
 TEST(IndexedSort, KeepsEqualPointsInTheOrderOfTheirIndexes) {
     EXPECT_EQ(sorted({{1, 0, 0}, {0, 0, 0}, {1, 0, 0}}, 0.0f), (BXArray<int>{1, 0, 2}));
 }
@@ -143,4 +150,56 @@ TEST(IndexedSort, SortsWhateverHasAComparison) {
     indexedSort(indices, 4, names,
                 [](const char* a, const char* b) { return std::string(a).compare(b); });
     EXPECT_EQ(indices, (BXArray<int>{1, 3, 2, 0}));
+}
+
+namespace {
+
+// Decides what the elements are worth while they are compared, so that every pivot turns out to be
+// among the least: whatever element the sort holds against undecided ones gets the next lowest
+// worth.
+struct Adversary {
+    explicit Adversary(int n) : worth(static_cast<std::size_t>(n), n) {}
+
+    int compare(int a, int b) {
+        ++comparisons;
+        const int undecided = static_cast<int>(worth.size());
+        int &worthOfA = worth[static_cast<std::size_t>(a)],
+            &worthOfB = worth[static_cast<std::size_t>(b)];
+        if (worthOfA == undecided && worthOfB == undecided) {
+            (a == candidate ? worthOfA : worthOfB) = decided++;
+        }
+        if (worthOfA == undecided) {
+            candidate = a;
+        } else if (worthOfB == undecided) {
+            candidate = b;
+        }
+        return worthOfA < worthOfB ? -1 : worthOfA > worthOfB;
+    }
+
+    std::vector<int> worth;
+    int decided = 0, candidate = 0;
+    long comparisons = 0;
+};
+
+}  // namespace
+
+TEST(IndexedSort, StaysFastAndRightAgainstAnAdversary) {
+    constexpr int kCount = 20000;
+    Adversary adversary(kCount);
+    std::vector<int> ids(kCount);
+    std::iota(ids.begin(), ids.end(), 0);
+    BXArray<int> indices;
+    indexedSort(indices, kCount, ids.data(), [&](int a, int b) { return adversary.compare(a, b); });
+    // A quicksort alone would need some 100 million; n log n is 286,000.
+    EXPECT_LT(adversary.comparisons, 3'000'000);
+    expectPermutation(indices, kCount);
+    const std::vector<int>& worth = adversary.worth;
+    BXArray<int> again;
+    indexedSort(again, kCount, worth.data(), [](int a, int b) { return a < b ? -1 : a > b; });
+    std::vector<int> expected(ids);
+    std::stable_sort(expected.begin(), expected.end(), [&](int a, int b) {
+        return worth[static_cast<std::size_t>(a)] < worth[static_cast<std::size_t>(b)];
+    });
+    EXPECT_TRUE(std::equal(again.begin(), again.end(), expected.begin(), expected.end()));
+    EXPECT_EQ(indices, again) << "what was decided on the way is the order";
 }

@@ -63,6 +63,9 @@ TEST(Vectors, GiveOneForTheDoubleAndZeroForTheFloatVectorWithoutLength) {
     d = BXVector3d(0, 9e-25, 0);
     EXPECT_EQ(d.normalize(), 1.0);
     EXPECT_EQ(d, BXVector3d(0, 9e-25, 0));
+    d = BXVector3d(0, 1.1e-24, 0);
+    EXPECT_EQ(d.normalize(), 1.1e-24);
+    EXPECT_EQ(d, BXVector3d(0, 1, 0));
     BXVector3f f;
     EXPECT_EQ(f.normalize(), 0.0f);
     EXPECT_EQ(f, BXVector3f(0, 0, 0));
@@ -125,6 +128,7 @@ TEST(Vectors, SnapToTheIntegerTowardZeroAlone) {
     EXPECT_EQ(snapped(BXVector2f(-0.005f, 1.999f), 0.01f), BXVector2f(0, 1.999f));
     EXPECT_FALSE(std::signbit(snapped(BXVector2f(-0.005f, 0), 0.01f).x));
     EXPECT_EQ(snapped(BXVector2d(3.5, 3.25), 0.5), BXVector2d(3.5, 3)) << "the bound is outside";
+    EXPECT_EQ(snapped(BXVector2d(-3.5, -3.25), 0.5), BXVector2d(-3.5, -3));
     EXPECT_EQ(snapped(BXVector2d(3.5, 3.0), 0.0), BXVector2d(3.5, 3));
 }
 
@@ -135,7 +139,9 @@ TEST(Vectors, LoseTheirPartAlongAnother) {
     BXVector3f f(1, 2, 3);
     EXPECT_TRUE(f.makeOrthogonalTo(BXVector3f(0, 0, 2)));
     EXPECT_EQ(f, BXVector3f(1, 2, -9)) << "nothing normalises the other one";
-    EXPECT_TRUE(f.makeOrthogonalTo(f));
+    BXVector3f unit(0, 1, 0);
+    EXPECT_TRUE(unit.makeOrthogonalTo(unit));
+    EXPECT_EQ(unit, BXVector3f(0, 0, 0)) << "the other one is itself";
 }
 
 TEST(Vectors, FindAnOrthogonalOneByTheirSmallestComponent) {

@@ -11,18 +11,20 @@
 
 namespace {
 
-constexpr int kOperations = 26;
-// Enough in all four tests for 100,000 cases of each operation.
-constexpr int kSteps = kOperations * 26000;
+// In four tests with as many steps for each operation: over 100,000 random cases of each.
+constexpr int kStepsForEach = 25800;
+constexpr int kLeastForEach = 25000;
 
 class RandomBits {
 public:
     explicit RandomBits(unsigned int seed) : m_random(seed) {}
 
+    static int operations() { return static_cast<int>(kOperations.size()); }
+
     // Does one random operation to both; its number.
     int step() {
-        const int operation = below(kOperations);
-        apply(operation);
+        const int operation = below(operations());
+        (this->*kOperations[static_cast<std::size_t>(operation)])();
         return operation;
     }
 
@@ -35,10 +37,15 @@ public:
     }
 
 private:
+    using Operation = void (RandomBits::*)();
+    static const std::vector<Operation> kOperations;
+
     int below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
     bool coin() { return below(2) != 0; }
     // An index in, beyond or before an array of this count.
     int index(int count) { return below(count + 20) - 3; }
+    int anyIndex() { return index(m_a.count()); }
+    int anyLength() { return below(40) - 4; }
 
     std::vector<int> indexes(int count) {
         std::vector<int> list(static_cast<std::size_t>(below(6)));
@@ -56,117 +63,22 @@ private:
         return BXArray<int>(list.begin(), list.end());
     }
 
-    void apply(int operation) {
-        const int count = m_a.count();
-        const int i = index(count), n = below(40) - 4;
-        const bool value = coin();
-        switch (operation) {
-            case 0:
-                m_a.assign(below(90), value);
-                m_expectedA.assign(m_a.count(), value);
-                break;
-            case 1:
-                assignBytes();
-                break;
-            case 2:
-                assignList(below(100) + 1);
-                break;
-            case 3:
-                m_a.copy(m_b, value);
-                m_expectedA = m_expectedB;
-                break;
-            case 4:
-                m_a.swap(m_b);
-                std::swap(m_expectedA, m_expectedB);
-                break;
-            case 5:
-                m_a.resize(below(90), value);
-                m_expectedA.resize(m_a.count(), value);
-                break;
-            case 6:
-                m_a.setAutoResize(i);
-                m_expectedA.writeGrowing(i, true);
-                break;
-            case 7:
-                m_a.clearAutoResize(i);
-                m_expectedA.writeGrowing(i, false);
-                break;
-            case 8:
-                m_a.toggleAutoResize(i);
-                m_expectedA.writeGrowing(i, !m_expectedA.get(i));
-                break;
-            case 9:
-                m_a.set(i, n);
-                m_expectedA.writeRange(i, n, true);
-                break;
-            case 10:
-                m_a.clear(i, n);
-                m_expectedA.writeRange(i, n, false);
-                break;
-            case 11:
-                writeListed(indexes(count), value);
-                break;
-            case 12:
-                value ? m_a.setAll() : m_a.clearAll();
-                m_expectedA.assign(count, value);
-                break;
-            case 13:
-                value ? m_a.toggleAll() : m_a.inverse();
-                m_expectedA.bits.flip();
-                break;
-            case 14:
-                writeBytesAround(indexesWithin(count), value);
-                break;
-            case 15:
-            case 16:
-                m_a.insert(i, value);
-                m_expectedA.insert(i, value);
-                break;
-            case 17:
-            case 18:
-                m_a.erase(i);
-                m_expectedA.erase(i);
-                break;
-            case 19:
-                value ? m_a.merge(m_b) : m_a.set(m_b);
-                m_expectedA.merge(m_expectedB);
-                break;
-            case 20:
-                m_a.inter(m_b);
-                m_expectedA.inter(m_expectedB);
-                break;
-            case 21:
-                m_a.clear(m_b);
-                m_expectedA.clear(m_expectedB);
-                break;
-            case 22:
-                m_a.toggle(m_b);
-                m_expectedA.toggle(m_expectedB);
-                break;
-            case 23:
-                m_b = BXBoolArray(m_a);
-                m_expectedB = m_expectedA;
-                break;
-            case 24:
-                if (count > 0) writeOne(below(count), value);
-                break;
-            default:
-                if (below(20) == 0) {
-                    m_a.freeData();
-                    m_expectedA.bits.clear();
-                }
-                break;
-        }
+    // So that the operations on single bits, which check nothing, have one.
+    int someBit() {
+        if (m_a.count() == 0) resizeTo(below(90) + 1, coin());
+        return below(m_a.count());
     }
 
-    void writeOne(int i, bool value) {
-        if (coin()) {
-            m_a.set(i, value);
-            m_expectedA.write(i, value);
-        } else {
-            m_a.toggle(i);
-            m_expectedA.write(i, !m_expectedA.get(i));
-        }
+    void resizeTo(int n, bool fill) {
+        m_a.resize(n, fill);
+        m_expectedA.resize(n, fill);
+    }
+
+    void assignOneValue() {
+        const int n = below(90);
+        const bool value = coin();
+        m_a.assign(n, value);
+        m_expectedA.assign(n, value);
     }
 
     void assignBytes() {
@@ -178,28 +90,205 @@ private:
         for (int i = 0; i < n; ++i) m_expectedA.write(i, bytes[i / 8] >> (i % 8) & 1);
     }
 
-    void assignList(int size) {
+    void assignListed() {
+        const int size = below(100) + 1;
         const std::vector<int> list = indexesWithin(size);
-        const bool keep = coin();
-        m_a.assign(static_cast<int>(list.size()), list.data(), keep ? -1 : size);
-        if (!keep) m_expectedA.assign(size, false);
+        m_a.assign(static_cast<int>(list.size()), list.data(), size);
+        m_expectedA.assign(size, false);
         m_expectedA.writeListed(list, true);
     }
 
-    void writeListed(const std::vector<int>& list, bool value) {
-        const int n = static_cast<int>(list.size());
-        if (coin()) {
-            value ? m_a.set(n, list.data()) : m_a.clear(n, list.data());
-        } else {
-            value ? m_a.set(asArray(list)) : m_a.clear(asArray(list));
-        }
-        m_expectedA.writeListed(list, value);
+    void assignListedToWhatIsThere() {
+        const std::vector<int> list = indexes(m_a.count());
+        m_a.assign(static_cast<int>(list.size()), list.data(), -1);
+        m_expectedA.writeListed(list, true);
     }
 
-    void writeBytesAround(const std::vector<int>& list, bool value) {
-        value ? m_a.setAllModifiedIndices(asArray(list))
-              : m_a.clearAllModifiedIndices(asArray(list));
-        m_expectedA.writeBytesAround(list, value);
+    void copy() {
+        m_a.copy(m_b, coin());
+        m_expectedA = m_expectedB;
+    }
+
+    void copyAssign() {
+        const BXBoolArray result = (m_a = m_b);
+        m_expectedA = m_expectedB;
+        expectOneTheSame(result, m_expectedA);
+    }
+
+    void moveAssign() {
+        m_b = BXBoolArray(m_a);
+        m_expectedB = m_expectedA;
+    }
+
+    void swap() {
+        m_a.swap(m_b);
+        std::swap(m_expectedA, m_expectedB);
+    }
+
+    void resize() { resizeTo(below(90), coin()); }
+
+    // The array is filled again: the next operations are to have bits to work on.
+    void freeData() {
+        m_a.freeData();
+        m_expectedA.bits.clear();
+        expectTheSame();
+        assignBytes();
+    }
+
+    void clearArray() {
+        m_a.clearArray();
+        m_expectedA.bits.clear();
+        expectTheSame();
+        assignBytes();
+    }
+
+    void setAutoResize() {
+        const int i = anyIndex();
+        m_a.setAutoResize(i);
+        m_expectedA.writeGrowing(i, true);
+    }
+
+    void clearAutoResize() {
+        const int i = anyIndex();
+        m_a.clearAutoResize(i);
+        m_expectedA.writeGrowing(i, false);
+    }
+
+    void toggleAutoResize() {
+        const int i = anyIndex();
+        m_a.toggleAutoResize(i);
+        m_expectedA.writeGrowing(i, !m_expectedA.get(i));
+    }
+
+    void setBit() {
+        const int i = someBit();
+        m_a.set(i);
+        m_expectedA.write(i, true);
+    }
+
+    void clearBit() {
+        const int i = someBit();
+        m_a.clear(i);
+        m_expectedA.write(i, false);
+    }
+
+    void writeBit() {
+        const int i = someBit();
+        const bool value = coin();
+        m_a.set(i, value);
+        m_expectedA.write(i, value);
+    }
+
+    void toggleBit() {
+        const int i = someBit();
+        m_a.toggle(i);
+        m_expectedA.write(i, !m_expectedA.get(i));
+    }
+
+    void setRange() {
+        const int i = anyIndex(), n = anyLength();
+        m_a.set(i, n);
+        m_expectedA.writeRange(i, n, true);
+    }
+
+    void clearRange() {
+        const int i = anyIndex(), n = anyLength();
+        m_a.clear(i, n);
+        m_expectedA.writeRange(i, n, false);
+    }
+
+    void setListed() {
+        const std::vector<int> list = indexes(m_a.count());
+        m_a.set(static_cast<int>(list.size()), list.data());
+        m_expectedA.writeListed(list, true);
+    }
+
+    void clearListed() {
+        const std::vector<int> list = indexes(m_a.count());
+        m_a.clear(static_cast<int>(list.size()), list.data());
+        m_expectedA.writeListed(list, false);
+    }
+
+    void setArray() {
+        const std::vector<int> list = indexes(m_a.count());
+        m_a.set(asArray(list));
+        m_expectedA.writeListed(list, true);
+    }
+
+    void clearListedArray() {
+        const std::vector<int> list = indexes(m_a.count());
+        m_a.clear(asArray(list));
+        m_expectedA.writeListed(list, false);
+    }
+
+    void setAll() {
+        m_a.setAll();
+        m_expectedA.assign(m_a.count(), true);
+    }
+
+    void clearAll() {
+        m_a.clearAll();
+        m_expectedA.assign(m_a.count(), false);
+    }
+
+    void toggleAll() {
+        m_a.toggleAll();
+        m_expectedA.bits.flip();
+    }
+
+    void inverse() {
+        m_a.inverse();
+        m_expectedA.bits.flip();
+    }
+
+    void setAllModifiedIndices() {
+        const std::vector<int> list = indexesWithin(m_a.count());
+        m_a.setAllModifiedIndices(asArray(list));
+        m_expectedA.writeBytesAround(list, true);
+    }
+
+    void clearAllModifiedIndices() {
+        const std::vector<int> list = indexesWithin(m_a.count());
+        m_a.clearAllModifiedIndices(asArray(list));
+        m_expectedA.writeBytesAround(list, false);
+    }
+
+    void insert() {
+        const int i = anyIndex();
+        const bool value = coin();
+        m_a.insert(i, value);
+        m_expectedA.insert(i, value);
+    }
+
+    void erase() {
+        const int i = anyIndex();
+        m_a.erase(i);
+        m_expectedA.erase(i);
+    }
+
+    void setOther() {
+        m_a.set(m_b);
+        m_expectedA.merge(m_expectedB);
+    }
+
+    void merge() {
+        m_a.merge(m_b);
+        m_expectedA.merge(m_expectedB);
+    }
+
+    void inter() {
+        m_a.inter(m_b);
+        m_expectedA.inter(m_expectedB);
+    }
+
+    void clearOther() {
+        m_a.clear(m_b);
+        m_expectedA.clear(m_expectedB);
+    }
+
+    void toggleOther() {
+        m_a.toggle(m_b);
+        m_expectedA.toggle(m_expectedB);
     }
 
     void expectOneTheSame(const BXBoolArray& bits, const ReferenceBits& expected) {
@@ -208,7 +297,12 @@ private:
         EXPECT_EQ(bits.data()[-1], 1) << "the guard before the bits";
         EXPECT_EQ(*bits.dataEnd(), 1) << "the guard behind the bits";
         for (int i = 0; i < bits.count(); ++i) {
-            if (bits.get(i) != expected.get(i)) ADD_FAILURE() << "bit " << i;
+            const bool value = expected.get(i);
+            const unsigned char mask = static_cast<unsigned char>(value ? 1u << (i % 8) : 0u);
+            if (bits.get(i) != value || bits[i] != value || bits.getNoSizeTest(i) != value ||
+                bits.getAsMask(i) != mask) {
+                ADD_FAILURE() << "bit " << i;
+            }
         }
         EXPECT_FALSE(bits.get(bits.count()));
         const int from = index(bits.count()), to = index(bits.count());
@@ -218,6 +312,10 @@ private:
         EXPECT_EQ(bits.getNumberOfBitSetWithin(from, to), expected.countWithin(from, to, true));
         EXPECT_EQ(bits.getNumberOfBitClearedWithin(from, to),
                   expected.countWithin(from, to, false));
+        EXPECT_EQ(bits.findFirst(value), expected.findFirst(value, 0));
+        EXPECT_EQ(bits.findLast(value), expected.findLast(value, expected.count() - 1));
+        EXPECT_EQ(bits.getNumberOfBitSet(), expected.countWithin(0, expected.count(), true));
+        EXPECT_EQ(bits.getNumberOfBitCleared(), expected.countWithin(0, expected.count(), false));
         BXArray<int> found = {1, 2, 3};
         const std::vector<int> listed = expected.indexes(value);
         EXPECT_EQ(value ? bits.getIndexesSet(found) : bits.getIndexesCleared(found),
@@ -230,20 +328,112 @@ private:
     ReferenceBits m_expectedA, m_expectedB;
 };
 
+const std::vector<RandomBits::Operation> RandomBits::kOperations = {
+    &RandomBits::assignOneValue,
+    &RandomBits::assignBytes,
+    &RandomBits::assignListed,
+    &RandomBits::assignListedToWhatIsThere,
+    &RandomBits::copy,
+    &RandomBits::copyAssign,
+    &RandomBits::moveAssign,
+    &RandomBits::swap,
+    &RandomBits::resize,
+    &RandomBits::freeData,
+    &RandomBits::clearArray,
+    &RandomBits::setAutoResize,
+    &RandomBits::clearAutoResize,
+    &RandomBits::toggleAutoResize,
+    &RandomBits::setBit,
+    &RandomBits::clearBit,
+    &RandomBits::writeBit,
+    &RandomBits::toggleBit,
+    &RandomBits::setRange,
+    &RandomBits::clearRange,
+    &RandomBits::setListed,
+    &RandomBits::clearListed,
+    &RandomBits::setArray,
+    &RandomBits::clearListedArray,
+    &RandomBits::setAll,
+    &RandomBits::clearAll,
+    &RandomBits::toggleAll,
+    &RandomBits::inverse,
+    &RandomBits::setAllModifiedIndices,
+    &RandomBits::clearAllModifiedIndices,
+    &RandomBits::insert,
+    &RandomBits::erase,
+    &RandomBits::setOther,
+    &RandomBits::merge,
+    &RandomBits::inter,
+    &RandomBits::clearOther,
+    &RandomBits::toggleOther,
+};
+
 }  // namespace
 
 class BoolArrayRandom : public testing::TestWithParam<unsigned int> {};
 
 TEST_P(BoolArrayRandom, DoesWhatTheReferenceDoesAfterEachOfManyMixedOperations) {
     RandomBits random(GetParam());
-    for (int i = 0; i < kSteps; ++i) {
+    std::vector<int> cases(static_cast<std::size_t>(RandomBits::operations()));
+    for (int i = 0; i < kStepsForEach * RandomBits::operations(); ++i) {
         const int operation = random.step();
+        ++cases[static_cast<std::size_t>(operation)];
         random.expectTheSame();
         if (testing::Test::HasFailure()) FAIL() << "step " << i << ", operation " << operation;
     }
+    EXPECT_GE(*std::min_element(cases.begin(), cases.end()), kLeastForEach);
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, BoolArrayRandom, testing::Values(1u, 2u, 3u, 4u));
+
+// Long enough for several lines of memory at a time.
+TEST(BoolArrayRandomLong, CombinesLongArraysAsTheReferenceDoes) {
+    std::mt19937 random(6);
+    const auto filled = [&random](BXBoolArray& bits, ReferenceBits& expected) {
+        const int count = static_cast<int>(random() % 9000);
+        bits.assign(count, false);
+        expected.assign(count, false);
+        for (int i = 0; i < count; ++i) {
+            if (random() % 3) continue;
+            bits.set(i);
+            expected.write(i, true);
+        }
+    };
+    const auto rowOf = [](const BXBoolArray& bits) {
+        std::vector<bool> row;
+        for (int i = 0; i < bits.count(); ++i) row.push_back(bits.get(i));
+        return row;
+    };
+    for (int round = 0; round < 400; ++round) {
+        BXBoolArray a, b;
+        ReferenceBits expectedA, expectedB;
+        filled(a, expectedA);
+        filled(b, expectedB);
+        ASSERT_EQ(a.hasInter(b), expectedA.hasInter(expectedB));
+        ASSERT_EQ(a.bitTest(b), expectedA.bitTest(expectedB));
+        switch (round % 4) {
+            case 0:
+                a.merge(b);
+                expectedA.merge(expectedB);
+                break;
+            case 1:
+                a.inter(b);
+                expectedA.inter(expectedB);
+                break;
+            case 2:
+                a.clear(b);
+                expectedA.clear(expectedB);
+                break;
+            default:
+                a.toggle(b);
+                expectedA.toggle(expectedB);
+                break;
+        }
+        ASSERT_EQ(rowOf(a), expectedA.bits) << round;
+        ASSERT_EQ(rowOf(b), expectedB.bits) << round;
+        ASSERT_EQ(a.getNumberOfBitSet(), expectedA.countWithin(0, expectedA.count(), true));
+    }
+}
 
 // Sparse and full arrays, long enough for the steps of several words.
 TEST(BoolArrayRandomLong, FindsCountsAndListsInLongArraysAsTheReferenceDoes) {

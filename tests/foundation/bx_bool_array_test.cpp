@@ -516,3 +516,44 @@ TEST(BoolArray, ListsItsIndexesInPlaceOfWhatTheListHeld) {
     EXPECT_TRUE(indexes.empty());
     EXPECT_FALSE(BXBoolArray().getIndexesSet(indexes));
 }
+
+TEST(BoolArray, HoldsAsManyBitsAsAnIntCounts) {
+    BXBoolArray bits(INT_MAX, false);
+    const unsigned char* const storage = bits.data();
+    EXPECT_EQ(bits.capacity(), INT_MAX);
+    EXPECT_EQ(bits.findFirst(true), -1);
+    EXPECT_EQ(bits.findFirst(false, INT_MAX - 1), INT_MAX - 1);
+    EXPECT_EQ(bits.findFirst(false, INT_MAX), -1);
+    EXPECT_EQ(bits.findLast(true), -1);
+    bits.set(INT_MAX - 1);
+    EXPECT_EQ(bits.findFirst(true), INT_MAX - 1);
+    EXPECT_EQ(bits.getNumberOfBitSet(), 1);
+    bits.clearAllModifiedIndices({INT_MAX - 1});
+    EXPECT_EQ(bits.getNumberOfBitSet(), 0);
+    bits.setAutoResize(INT_MAX);
+    bits.insert(0, true);
+    bits.set(INT_MAX, 5);
+    bits.set(BXArray<int>{INT_MAX, 10});
+    EXPECT_EQ(bits.count(), INT_MAX);
+    EXPECT_EQ(bits.findFirst(true), 10);
+    EXPECT_EQ(bits.findFirst(true, 11), -1);
+    bits.setAll();
+    EXPECT_EQ(bits.getNumberOfBitSet(), INT_MAX);
+    EXPECT_EQ(bits.getNumberOfBitClearedWithin(5, INT_MAX), 0);
+    EXPECT_EQ(bits.findFirst(false), -1);
+    bits.resize(100, false);
+    EXPECT_EQ(bits.data(), storage) << "it never shrinks";
+    EXPECT_EQ(bits.getNumberOfBitSet(), 100);
+    bits.resize(INT_MAX, false);
+    EXPECT_EQ(bits.data(), storage);
+    EXPECT_EQ(bits.getNumberOfBitSet(), 100);
+}
+
+TEST(BoolArray, PassesOverTheOneIndexThatNoCountReaches) {
+    BXBoolArray bits;
+    bits.set(BXArray<int>{INT_MAX, 10});
+    EXPECT_EQ(bits.count(), 11);
+    EXPECT_TRUE(bits.get(10));
+    bits.clear(BXArray<int>{INT_MAX, 12});
+    EXPECT_EQ(bits.count(), 13);
+}

@@ -262,6 +262,17 @@ TEST(OpenStream, ReadsWithoutWriting) {
     EXPECT_EQ(readFile(folder / "a"), "old");
 }
 
+TEST(OpenStream, MakesAFileOfItsOwnWhereTheModeSaysExclusive) {
+    TempFolder folder;
+    writeFile(folder / "a", "old");
+    EXPECT_EQ(BXFile::openStream((folder / "a").c_str(), "wbx"), nullptr);
+    EXPECT_EQ(readFile(folder / "a"), "old");
+    std::FILE* const stream = BXFile::openStream((folder / "new").c_str(), "wbx");
+    ASSERT_NE(stream, nullptr);
+    std::fclose(stream);
+    EXPECT_EQ(readFile(folder / "new"), "");
+}
+
 TEST(OpenStream, RejectsUnknownModes) {
     TempFolder folder;
     writeFile(folder / "a", "old");
