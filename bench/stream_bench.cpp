@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 #include "bench/support.h"
 #include "formats/bx_binary_file.h"
@@ -11,8 +12,10 @@ namespace {
 
 constexpr std::size_t kBytes = std::size_t{64} << 20;
 
+enum class Way { Write, Read, ReadIntoFreshMemory };
+
 template <class Element>
-void transfer(benchmark::State& state, bool write) {
+void transfer(benchmark::State& state, Way way) {
     const BenchFolder folder(BenchFolder::Where::Memory);
     const std::string ours = folder / "ours", theirs = folder / "theirs";
     BXArray<Element> array(kBytes / sizeof(Element)), other(array);
@@ -27,32 +30,47 @@ void transfer(benchmark::State& state, bool write) {
         BXBinaryFile file(ours.c_str(), "wb");
         if (!file.write(array)) state.SkipWithError("not written");
     };
+    const auto ourRead = [&](BXArray<Element>& to) {
+        const BXBinaryFile file(ours.c_str(), "rb");
+        if (!file.read(to)) state.SkipWithError("not read");
+    };
+    const auto bareRead = [&](Element* to) {
+        std::FILE* const file = std::fopen(theirs.c_str(), "rb");
+        int there = 0;
+        const bool came = std::fread(&there, 4, 1, file) == 1 &&
+                          std::fread(to, sizeof(Element), array.size(), file) == array.size();
+        std::fclose(file);
+        if (!came) state.SkipWithError("not read");
+    };
     bareWrite();
     ourWrite();
-    if (write) return compare(state, ourWrite, bareWrite);
+    if (way == Way::Write) return compare(state, ourWrite, bareWrite);
+    if (way == Way::Read) {
+        return compare(
+            state, [&] { ourRead(array); }, [&] { bareRead(other.data()); });
+    }
     compare(
         state,
         [&] {
-            const BXBinaryFile file(ours.c_str(), "rb");
-            if (!file.read(array)) state.SkipWithError("not read");
+            BXArray<Element> fresh;
+            ourRead(fresh);
         },
         [&] {
-            std::FILE* const file = std::fopen(theirs.c_str(), "rb");
-            int there = 0;
-            const bool came =
-                std::fread(&there, 4, 1, file) == 1 &&
-                std::fread(other.data(), sizeof(Element), other.size(), file) == other.size();
-            std::fclose(file);
-            if (!came) state.SkipWithError("not read");
+            void* const fresh = std::malloc(kBytes);
+            bareRead(static_cast<Element*>(fresh));
+            std::free(fresh);
         });
 }
 
 template <class Element>
 void add(const std::string& name) {
-    for (const bool write : {true, false}) {
+    const std::pair<Way, const char*> ways[] = {
+        {Way::Write, "write"}, {Way::Read, "read"}, {Way::ReadIntoFreshMemory, "read_fresh"}};
+    for (const auto& each : ways) {
+        const Way way = each.first;
         benchmark::RegisterBenchmark(
-            ("BXBinaryFile/" + std::string(write ? "write" : "read") + "_64MiB_of_" + name).c_str(),
-            [write](benchmark::State& state) { transfer<Element>(state, write); })
+            ("BXBinaryFile/" + std::string(each.second) + "_64MiB_of_" + name).c_str(),
+            [way](benchmark::State& state) { transfer<Element>(state, way); })
             ->UseManualTime()
             ->Iterations(25)
             ->Unit(benchmark::kMillisecond);

@@ -85,8 +85,8 @@ TEST_F(BinaryFileFaults, StopABitArrayAtItsCount) {
 TEST_F(BinaryFileFaults, OfPaddingAreToldWhenAllOfItHasBeenTried) {
     for (int n = 1; n <= 3; ++n) {
         EXPECT_EQ(writesWhenFailing(n, [](BXBinaryFile& s) { return s.writeAlignData(1); }), 3);
-        EXPECT_EQ(
-            readsWhenFailing(n, "abcd", [](BXBinaryFile& s) { return s.readAlignData(1); }), 3);
+        EXPECT_EQ(readsWhenFailing(n, "abcd", [](BXBinaryFile& s) { return s.readAlignData(1); }),
+                  3);
     }
 }
 
