@@ -11,11 +11,13 @@
 namespace {
 
 // Prepares the file at `text` for the other side; 0 or -1.
-float prepare(const char* text, bool (*forVekFile)(const BXString& path)) {
+float prepare(const char* text, bool (*forMayaFile)(const BXString& path),
+              bool (*forVekFile)(const BXString& path)) {
     const BXString path(BXString(text).getValidFilePath());
     if (!BXDiskServer::fileExists(path)) return -1.0f;
-    if (!path.endsWith(".Vek", true)) return -1.0f;
-    return forVekFile(path) ? 0.0f : -1.0f;
+    if (path.endsWith(".ma", true)) return forMayaFile(path) ? 0.0f : -1.0f;
+    if (path.endsWith(".Vek", true)) return forVekFile(path) ? 0.0f : -1.0f;
+    return -1.0f;
 }
 
 // The block that holds the map which the number selects; 0 for a number that selects none.
@@ -71,11 +73,15 @@ float firstObjectTexture(double selector, char* nameBlock, char* numberBlock) {
 }  // namespace
 
 VEK_DEFINE(VekPostExport) {
-    return guarded(-1.0f, [&] { return prepare(text, BXUVMergeAlgo::mergeUVsInVekFile); });
+    return guarded(-1.0f, [&] {
+        return prepare(text, BXUVMergeAlgo::mergeUVsInMayaFile, BXUVMergeAlgo::mergeUVsInVekFile);
+    });
 }
 
 VEK_DEFINE(VekPreImport) {
-    return guarded(-1.0f, [&] { return prepare(text, BXUVMergeAlgo::splitUVsInVekFile); });
+    return guarded(-1.0f, [&] {
+        return prepare(text, BXUVMergeAlgo::splitUVsInMayaFile, BXUVMergeAlgo::splitUVsInVekFile);
+    });
 }
 
 VEK_DEFINE(VekClearFile) {

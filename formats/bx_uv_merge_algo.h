@@ -17,8 +17,9 @@ public:
     //   vertexIndices  per corner its vertex, negative for none
     //   vertexCount    vertices there are, or negative: one more than the largest index
     // A point is shared by the corners of one vertex whose UVs are equal as floats (-0 equals +0,
-    // NaN nothing), and never across vertices. An index beyond its array counts as none. False,
-    // with everything as it was, when uvs or vertexIndices is empty.
+    // NaN nothing), and never across vertices. A UV index beyond uvs counts as none. False, with
+    // everything as it was, when uvs or vertexIndices is empty, or a vertex is not below
+    // vertexCount.
     static bool mergeUVs(BXArray<BXVector2f>& uvs, BXArray<int>& uvIndices,
                          const BXArray<int>& vertexIndices, int vertexCount);
 
@@ -33,4 +34,16 @@ public:
     // and y) both also set BXVek::s_offsetZ to 0, for good.
     static bool mergeUVsInVekFile(const BXString& path);
     static bool splitUVsInVekFile(const BXString& path);
+
+    // Prepare a Maya scene, in place, for the target application (merge) or for the host (split).
+    // The merge lets corners of one vertex with equal UVs share one point and marks each edge as
+    // hard or smooth by the angle between its faces (SMOOTH_ANGLE in the configuration file of the
+    // application "Maya", 30 degrees without it); the split gives each corner a point of its own.
+    // Both rewind the faces where their direction mirrors (BXVek), and copy everything that they do
+    // not recognise. See docs/maya-scenes.md.
+    //
+    // False, with the file as it was, when it cannot be opened for reading and writing, is empty,
+    // or holds a statement that contradicts itself or that they cannot do justice to.
+    static bool mergeUVsInMayaFile(const BXString& path);
+    static bool splitUVsInMayaFile(const BXString& path);
 };

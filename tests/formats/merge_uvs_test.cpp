@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 #include <cstring>
 #include <numeric>
@@ -138,20 +139,33 @@ TEST(MergeUVs, FindsNoEqualForNaN) {
     }
 }
 
-TEST(MergeUVs, IgnoresIndicesBeyondTheirArrays) {
+TEST(MergeUVs, TakesAUVIndexBeyondItsArrayForNone) {
     UVs uvs = {{1, 1}};
     Ints indices = {0, 9};
-    EXPECT_TRUE(BXUVMergeAlgo::mergeUVs(uvs, indices, {0, 7, 0}, 1));
-    EXPECT_EQ(indices, (Ints{1, -1, 0}));
-    EXPECT_TRUE((uvs[0] == BXVector2f{0, 0}));
+    EXPECT_TRUE(BXUVMergeAlgo::mergeUVs(uvs, indices, {0, 0, 0}, 1));
+    EXPECT_EQ(indices, (Ints{1, 0, 0}));
+    EXPECT_EQ(uvs, (UVs{{0, 0}, {1, 1}}));
 }
 
-TEST(MergeUVs, NumbersNothingForAVertexCountOfZero) {
+TEST(MergeUVs, RejectsAVertexThatIsNotBelowTheirCount) {
+    for (const int count : {0, 1, 7}) {
+        UVs uvs = {{1, 1}};
+        Ints indices = {0, 0};
+        EXPECT_FALSE(BXUVMergeAlgo::mergeUVs(uvs, indices, {0, 7}, count)) << count;
+        EXPECT_EQ(indices, (Ints{0, 0}));
+        EXPECT_EQ(uvs, (UVs{{1, 1}}));
+    }
     UVs uvs = {{1, 1}};
     Ints indices = {0, 0};
-    EXPECT_TRUE(BXUVMergeAlgo::mergeUVs(uvs, indices, {0, 1}, 0));
-    EXPECT_EQ(indices, (Ints{-1, -1}));
-    EXPECT_TRUE(uvs.empty());
+    EXPECT_TRUE(BXUVMergeAlgo::mergeUVs(uvs, indices, {0, 7}, 8));
+}
+
+TEST(MergeUVs, NumbersByVertexHoweverLargeTheNumbersOfTheVerticesAre) {
+    UVs uvs = {{1, 1}, {2, 2}, {3, 3}, {4, 4}};
+    Ints indices = {0, 1, 2, 3};
+    EXPECT_TRUE(BXUVMergeAlgo::mergeUVs(uvs, indices, {2000000000, 5, INT_MAX, -3}, -1));
+    EXPECT_EQ(indices, (Ints{1, 0, 2, -1}));
+    EXPECT_EQ(uvs, (UVs{{2, 2}, {1, 1}, {3, 3}}));
 }
 
 TEST(MergeUVs, GivesTheNumbersOfTheReferenceAtVerticesOfManyUVs) {

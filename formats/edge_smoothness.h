@@ -1,0 +1,22 @@
+#pragma once
+
+#include <vector>
+
+#include "formats/maya_mesh.h"
+#include "foundation/bx_array.h"
+
+// Which edges of a mesh are smooth.
+//   quads          the faces; every edge reference is one of `edgeCount` edges
+//   cornerVertices the vertex of each slot, negative for none
+//   vertices       three coordinates each
+//   threshold      the cosine of the smallest angle between the normals of two faces that makes the
+//                  edge between them hard
+// The result is 1 for each smooth edge and 0 for each hard one. Hard are also the edges of one face
+// only, those of three and more, and those of faces with a vertex that has no coordinates.
+std::vector<unsigned char> findSmoothEdges(const MayaQuads& quads, std::size_t edgeCount,
+                                           const BXArray<int>& cornerVertices,
+                                           const std::vector<float>& vertices, double threshold);
+
+// The cosine for an angle in degrees, any number of turns of it and in either direction; 30 degrees
+// for one that is not finite.
+double smoothThreshold(float degrees);
