@@ -101,15 +101,20 @@ VEK_EXPORT(ExtractVekObject);
 
 /* ---- Exchange files -------------------------------------------------------------------------- */
 
-/* text: the path of a file that the host has just written. A name that ends in ".Vek" (any letter
- * case; Maya scenes, ".ma", are not built yet): the mesh is brought, in place, into the orientation
- * of the application last asked for with GetVekAppIOPrefs. Where there is nothing to do (no switch,
- * scale 1, no offset along x and y) the offset along z is set to 0 for good. Returns 0; -1 when the
- * file is missing, of another kind, not an exchange file, or could not be rewritten. A damaged file
- * is no failure: what is whole in it is turned. A file whose rewriting was cut off has a blank
- * magic, so that no reader takes it. */
+/* text: the path of a file that the host has just written, for the application last asked for with
+ * GetVekAppIOPrefs. The end of the name, in any letter case, says what is done to it, in place:
+ *   ".Vek"  the mesh is brought into the application's orientation. Where there is nothing to do (no
+ *           switch, scale 1, no offset along x and y) the offset along z is set to 0 for good. A
+ *           damaged file is no failure: what is whole in it is turned. A file whose rewriting was
+ *           cut off has a blank magic, so that no reader takes it.
+ *   ".ma"   in a Maya scene equal UVs of a vertex become one, edges are marked hard or smooth, and
+ *           faces are rewound for an application that mirrors; docs/maya-scenes.md has the rules. A
+ *           scene that contradicts itself is refused and stays as it was.
+ * Returns 0; -1 when the file is missing, of another kind, not what its name says, refused, or could
+ * not be rewritten. */
 VEK_EXPORT(VekPostExport);
-/* The inverse, for a file that the target application has written and the host is about to read. */
+/* The inverse, for a file that the target application has written and the host is about to read: a
+ * Maya scene gets a UV of its own at each face corner. */
 VEK_EXPORT(VekPreImport);
 /* text: a path. Empties the file or creates it empty. Returns 1; 0 when it cannot be opened. */
 VEK_EXPORT(VekClearFile);

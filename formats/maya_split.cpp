@@ -47,7 +47,8 @@ private:
             });
             return;
         }
-        MayaLoops loops(mesh.faceRow);
+        MayaLoops loops(mesh.faceRow), ahead(mesh.faceRow);
+        for (int i = 0; i < kLoopsAhead; ++i) fetchUVs(mesh, ahead);
         int left = 0;
         const int* next = nullptr;
         putMayaUVs(writer, mesh.faceRow.corners, [&](std::int64_t) {
@@ -55,10 +56,23 @@ private:
                 loops.next();
                 left = loops.corners();
                 next = loops.uvs();
+                fetchUVs(mesh, ahead);
             }
             --left;
             writer.putUV(next ? mesh.uvs[static_cast<std::size_t>(*next++)] : BXVector2f());
         });
+    }
+
+    // So many loops ahead the points are fetched, which lie scattered in many meshes.
+    static constexpr int kLoopsAhead = 16;
+
+    // Inline by force: a call that does nothing but fetch counts as one without effect, and GCC
+    // drops it.
+    static __attribute__((always_inline)) void fetchUVs(const MayaMesh& mesh, MayaLoops& ahead) {
+        if (!ahead.next() || !ahead.uvs()) return;
+        for (int i = 0; i < ahead.corners(); ++i) {
+            __builtin_prefetch(&mesh.uvs[static_cast<std::size_t>(ahead.uvs()[i])]);
+        }
     }
 
     void putFaces(const MayaMesh& mesh, MayaWriter& writer) const {

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <cstring>
 #include <numeric>
-#include <unordered_map>
 #include <vector>
 
 #include "formats/bx_uv_merge_algo.h"
@@ -26,15 +25,96 @@ bool hasNaN(const BXVector2f& uv) {
     return uv.x != uv.x || uv.y != uv.y;
 }
 
+// The indexes of the points of one vertex of many, by their UV. Points with a NaN, which equal
+// nothing, are not in it.
+class PointTable {
+public:
+    explicit PointTable(const BXArray<BXVector2f>& points) : m_points(points) {}
+
+    // Empties the table for a vertex whose points begin at this one.
+    void begin(std::size_t firstPoint) {
+        m_first = firstPoint;
+        m_slots.clear();
+        m_used = 0;
+    }
+
+    // Has fetched where the search for this UV begins.
+    __attribute__((always_inline)) void fetch(const BXVector2f& uv) const {
+        if (!m_slots.empty()) __builtin_prefetch(&m_slots[firstSlot(hashOf(keyOf(uv)))]);
+    }
+
+    // The index of the point with this UV, or `fresh`, which then stands for it.
+    int findOrAdd(const BXVector2f& uv, int fresh) {
+        if (2 * m_used >= m_slots.size()) grow();
+        const std::uint64_t key = keyOf(uv), hash = hashOf(key);
+        std::size_t slot = firstSlot(hash);
+        for (; m_slots[slot].point >= 0; slot = nextSlot(slot)) {
+            if (m_slots[slot].tag == tagOf(hash) && keyOf(pointAt(m_slots[slot])) == key) {
+                return m_slots[slot].point;
+            }
+        }
+        m_slots[slot] = {tagOf(hash), fresh};
+        ++m_used;
+        return fresh;
+    }
+
+private:
+    // The tag keeps a search from looking at other points, which lie elsewhere.
+    struct Slot {
+        std::uint32_t tag;
+        int point;  // -1: free
+    };
+
+    static std::uint64_t hashOf(std::uint64_t key) {
+        key *= 0x9E3779B97F4A7C15u;
+        return key ^ key >> 32;
+    }
+    static std::uint32_t tagOf(std::uint64_t hash) {
+        return static_cast<std::uint32_t>(hash >> 32);
+    }
+    std::size_t firstSlot(std::uint64_t hash) const {
+        return static_cast<std::size_t>(hash) & (m_slots.size() - 1);
+    }
+    std::size_t nextSlot(std::size_t slot) const { return (slot + 1) & (m_slots.size() - 1); }
+    const BXVector2f& pointAt(const Slot& slot) const {
+        return m_points[static_cast<std::size_t>(slot.point)];
+    }
+
+    // Also takes in the points that were made before there was a table. By the points and not by
+    // the slots: their memory lies in a row.
+    void grow() {
+        constexpr std::size_t kFewest = 64;
+        m_slots.assign(std::max(kFewest, 4 * m_slots.size()), Slot{0, -1});
+        m_used = 0;
+        for (std::size_t point = m_first; point < m_points.size(); ++point) {
+            if (hasNaN(m_points[point])) continue;
+            const std::uint64_t hash = hashOf(keyOf(m_points[point]));
+            std::size_t slot = firstSlot(hash);
+            while (m_slots[slot].point >= 0) slot = nextSlot(slot);
+            m_slots[slot] = {tagOf(hash), static_cast<int>(point)};
+            ++m_used;
+        }
+    }
+
+    const BXArray<BXVector2f>& m_points;
+    std::size_t m_first = 0;    // the first point of the vertex
+    std::vector<Slot> m_slots;  // a power of two of them
+    std::size_t m_used = 0;
+};
+
 // The points of one vertex, found again by their UV.
 class VertexPoints {
 public:
-    explicit VertexPoints(BXArray<BXVector2f>& points) : m_points(points) {}
+    explicit VertexPoints(BXArray<BXVector2f>& points) : m_points(points), m_table(points) {}
 
     void beginVertex() {
         m_first = m_points.size();
-        if (!m_table.empty()) m_table.clear();
+        m_table.begin(m_first);
     }
+
+    // Has fetched what indexOf looks at first at a vertex of many points. Inline by force: a call
+    // that does nothing but fetch counts as one without effect, and GCC drops it.
+    __attribute__((always_inline)) void fetch(const BXVector2f& uv) const { m_table.fetch(uv); }
 
     // The index of the vertex's point with this UV, which is made if there is none.
     int indexOf(const BXVector2f& uv) {
@@ -54,23 +134,15 @@ private:
     }
 
     int indexByTable(const BXVector2f& uv) {
-        // Equal to nothing, so each is a point of its own.
         if (hasNaN(uv)) return add(uv);
-        if (m_table.empty()) fillTable();
-        const auto found = m_table.emplace(keyOf(uv), static_cast<int>(m_points.size()));
-        if (found.second) m_points.push_back(uv);
-        return found.first->second;
-    }
-
-    void fillTable() {
-        for (std::size_t i = m_first; i < m_points.size(); ++i) {
-            if (!hasNaN(m_points[i])) m_table.emplace(keyOf(m_points[i]), static_cast<int>(i));
-        }
+        const int fresh = static_cast<int>(m_points.size());
+        const int index = m_table.findOrAdd(uv, fresh);
+        return index == fresh ? add(uv) : index;
     }
 
     BXArray<BXVector2f>& m_points;
     std::size_t m_first = 0;
-    std::unordered_map<std::uint64_t, int> m_table;
+    PointTable m_table;
 };
 
 // So many corners ahead memory is fetched whose place only their vertex tells.
@@ -138,6 +210,7 @@ public:
         for (std::size_t i = 0; i < vertices; ++i) {
             m_chains[i].next = last[i];
             m_chains[i].length = 0;
+            fetch(last[i]);
         }
         followChains(vertices);
         for (std::size_t i = 0; i < vertices; ++i) findIndices(m_chains[i]);
@@ -159,6 +232,13 @@ private:
 
     static std::size_t at(int corner) { return static_cast<std::size_t>(corner); }
 
+    // Has fetched what the next step of a chain looks at. Inline by force, as above.
+    __attribute__((always_inline)) void fetch(int corner) const {
+        if (corner < 0) return;
+        __builtin_prefetch(&m_previous[at(corner)]);
+        __builtin_prefetch(&m_uvIndices[at(corner)], 1);
+    }
+
     void followChains(std::size_t vertices) {
         bool any = true;
         for (int step = 0; any && step < kCornersAtOnce; ++step) {
@@ -168,13 +248,18 @@ private:
                 if (chain.next < 0) continue;
                 chain.corners[chain.length++] = chain.next;
                 chain.next = m_previous[at(chain.next)];
+                fetch(chain.next);
                 any = true;
             }
         }
     }
 
     void findIndices(Chain& chain) const {
-        for (int i = 0; i < chain.length; ++i) chain.indices[i] = m_uvIndices[at(chain.corners[i])];
+        for (int i = 0; i < chain.length; ++i) {
+            const int index = m_uvIndices[at(chain.corners[i])];
+            chain.indices[i] = index;
+            if (index >= 0) __builtin_prefetch(m_uvs.data() + index);
+        }
     }
 
     void findUVs(Chain& chain) const {
@@ -186,10 +271,24 @@ private:
         for (int i = 0; i < chain.length; ++i) {
             m_uvIndices[at(chain.corners[i])] = m_points.indexOf(chain.uvs[i]);
         }
-        for (int corner = chain.next; corner >= 0; corner = m_previous[at(corner)]) {
-            int& index = m_uvIndices[at(corner)];
-            index = m_points.indexOf(uvAt(m_uvs, index));
+        for (int corner = chain.next; corner >= 0;) corner = weldSome(corner);
+    }
+
+    // The next corners of a vertex that has many. The one behind them, or -1.
+    int weldSome(int corner) {
+        constexpr int kSome = 32;
+        int corners[kSome];
+        BXVector2f uvs[kSome];
+        int count = 0;
+        for (; count < kSome && corner >= 0; ++count, corner = m_previous[at(corner)]) {
+            corners[count] = corner;
+            uvs[count] = uvAt(m_uvs, m_uvIndices[at(corner)]);
+            m_points.fetch(uvs[count]);
         }
+        for (int i = 0; i < count; ++i) {
+            m_uvIndices[at(corners[i])] = m_points.indexOf(uvs[i]);
+        }
+        return corner;
     }
 
     const BXArray<BXVector2f>& m_uvs;

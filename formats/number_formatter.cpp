@@ -50,12 +50,17 @@ char* writeUnsigned(char* to, std::uint32_t number) {
 // The whole part fits into 32 bits below this.
 constexpr float kMostForUnsigned = 4e9f;
 
+constexpr std::uint32_t kPlaces = 100000;
+
+// Numbers below this, with their places, fit into 32 bits.
+constexpr std::int64_t kMostShort = INT64_C(4000000000);
+
 }  // namespace
 
 char* formatInt(char* to, int value) noexcept {
-    if (value >= 0) return writeUnsigned(to, static_cast<std::uint32_t>(value));
+    const auto bits = static_cast<std::uint32_t>(value);
     *to = '-';
-    return writeUnsigned(to + 1, 0u - static_cast<std::uint32_t>(value));
+    return value < 0 ? writeUnsigned(to + 1, 0u - bits) : writeUnsigned(to, bits);
 }
 
 char* formatFixed5(char* to, float value) noexcept {
@@ -67,15 +72,22 @@ char* formatFixed5(char* to, float value) noexcept {
         std::memcpy(to, text, length);
         return to + length;
     }
-    if (std::signbit(value)) *to++ = '-';
+    *to = '-';
+    to += std::signbit(value);
     // 24 bits times 17 bits: exact in a double. Adding and taking away 2^52 rounds to the nearest
     // integer, a tie to the even one, as printf does.
     constexpr double kRounder = 4503599627370496.0;
     const double scaled = static_cast<double>(magnitude) * 1e5;
-    const auto rounded = static_cast<std::uint64_t>((scaled + kRounder) - kRounder);
-    const auto whole = static_cast<std::uint32_t>(rounded / 100000);
-    const auto places = static_cast<std::uint32_t>(rounded % 100000);
-    to = writeUnsigned(to, whole);
+    const auto rounded = static_cast<std::int64_t>((scaled + kRounder) - kRounder);
+    const bool isShort = rounded < kMostShort;
+    const auto whole = isShort ? static_cast<std::uint32_t>(rounded) / kPlaces
+                               : static_cast<std::uint32_t>(rounded / kPlaces);
+    const auto places = static_cast<std::uint32_t>(rounded - std::int64_t{whole} * kPlaces);
+    if (whole < 10) {
+        *to++ = static_cast<char>('0' + whole);
+    } else {
+        to = writeUnsigned(to, whole);
+    }
     *to++ = '.';
     *to++ = static_cast<char>('0' + places / 10000);
     return writeFour(to, places % 10000);
