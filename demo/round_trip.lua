@@ -219,6 +219,28 @@ local function import(path)
     return back
 end
 
+-- The same mesh as a Maya scene. Nobody edits it on the way; what comes back has a UV for each face
+-- corner, as what was sent.
+local function send_as_a_maya_scene(mesh, object)
+    local path = object .. ".ma"
+    local written, why = step("(host) writes a Maya scene", mesh.write_maya, mesh, path)
+    expect(written, why)
+    expect(step("VekPostExport", VekPostExport, path) == 0, "The scene cannot be merged: " .. path)
+    local seen, reason = vek.read_maya(path)
+    expect(seen, reason)
+    local sent = mesh:with_own_uvs()
+    expect(vek.compare(sent:rewound(), seen).faces_wound_wrong == 0,
+        "The faces of the scene are not wound for an application that mirrors.")
+    expect(seen:counts().uvs <= sent:counts().uvs, "The scene has more UVs than were sent.")
+    expect(step("VekPreImport", VekPreImport, path) == 0, "The scene cannot be split: " .. path)
+    local back, complaint = step("(host) reads the scene", vek.read_maya, path)
+    expect(back, complaint)
+    expect(back:counts().uvs == sent:counts().uvs, "A face corner of the scene has no UV of its own.")
+    expect_same(sent, back:with_own_uvs(), "The mesh came back from the scene damaged")
+    print(("As a Maya scene: %d UVs sent, %d in the scene, %d came back.")
+        :format(sent:counts().uvs, seen:counts().uvs, back:counts().uvs))
+end
+
 -- The application turns from its x to its y. Seen from the host, in the mirror, that is the other
 -- way round; about the middle of the mesh, wherever the mirror's centre lies.
 local function expected_back(mesh)
@@ -252,6 +274,7 @@ save(mesh, "host")
 save(seen, "application")
 save(back, "back")
 local difference, allowed = expect_same(expected_back(mesh), back, "The mesh came back damaged")
+send_as_a_maya_scene(mesh, object)
 journal.print_table()
 print(("%d faces wound wrong, %d corners lost, largest distance %.3g (rounding allows %.3g)")
     :format(difference.faces_wound_wrong, difference.corners_lost, difference.max_distance,

@@ -1,5 +1,7 @@
 // Maya scenes on their way from the host: UVs shared, edges marked, faces wound for the target.
 
+#include "formats/maya_merge.h"
+
 #include <utility>
 
 #include "bridge/bx_vek.h"
@@ -80,8 +82,13 @@ private:
     bool m_reverse;
 };
 
-// Shares the UVs and marks the edges. The reader has refused meshes whose UVs cannot be shared.
-void mergeMesh(MayaMesh& mesh, double threshold) {
+}  // namespace
+
+double mayaSmoothThreshold() {
+    return smoothThreshold(smoothAngle());
+}
+
+void mergeMayaMesh(MayaMesh& mesh, double threshold) {
     BXArray<int> cornerVertices = cornerVerticesOf(mesh);
     mesh.smooth = findSmoothEdges(mesh.quads, mesh.edges.size() / 2, cornerVertices, mesh.vertices,
                                   threshold);
@@ -90,15 +97,13 @@ void mergeMesh(MayaMesh& mesh, double threshold) {
     weldUVs(mesh.uvs, mesh.quads.uvIndices, std::move(cornerVertices));
 }
 
-}  // namespace
-
 bool BXUVMergeAlgo::mergeUVsInMayaFile(const BXString& path) {
-    const double threshold = smoothThreshold(smoothAngle());
+    const double threshold = mayaSmoothThreshold();
     BXFile file(path.getValidFilePath(), BXFile::Access::ReadWrite);
     if (!file.isOpen() || file.size() == 0) return false;
     MayaReader reader(file, MayaDialect::Merge);
     if (!reader.read()) return false;
-    for (MayaMesh& mesh : reader.meshes()) mergeMesh(mesh, threshold);
+    for (MayaMesh& mesh : reader.meshes()) mergeMayaMesh(mesh, threshold);
     return rewriteMayaScene(file, reader.textEnd(), reader.meshes(),
                             MergedMeshes(BXVek::s_exportReverse));
 }

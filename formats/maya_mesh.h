@@ -96,6 +96,8 @@ inline bool MayaLoops::next() {
 
 struct MayaMesh {
     std::string name;  // of its node; empty in a fragment
+    // What a count of any form says, when read for the split; -1 for nothing.
+    int saidVertices = -1, saidEdges = -1;
 
     MayaRanges uvRanges, edgeRanges, vertexRanges, faceRanges;
     BXArray<BXVector2f> uvs;

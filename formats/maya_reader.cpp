@@ -171,6 +171,9 @@ bool MayaReader::recogniseAfterCount(Form& form) {
         form.thing = kMayaVertices;
         return m_in.take(s_declarePointCountPostfix);
     }
+    // Text for the split, but for whoever wants to know.
+    if (m_in.comes("\".vt")) mesh().saidVertices = form.count;
+    if (m_in.comes("\".ed[")) mesh().saidEdges = form.count;
     if (m_in.take(s_declareUVCountPostfix)) {
         form.thing = kMayaUVs;
         return true;
@@ -303,6 +306,7 @@ bool MayaReader::readCount(const Form& form) {
             if (m_dialect == MayaDialect::Merge) {
                 reserve(mesh().edges, 2 * std::int64_t{form.count}, left / kLeastValueBytes);
             }
+            mesh().saidEdges = form.count;
             return mesh().edgeRanges.declare(form.count) || refuse("two different counts of edges");
         case kMayaVertices:
             reserve(mesh().vertices, 3 * std::int64_t{form.count}, left / kLeastValueBytes);

@@ -23,4 +23,6 @@ int callExport(const CallRequest& request);
 int runMacro(const std::string& script, const std::string& library,
              const std::vector<std::string>& arguments);
 
+// Of an exchange file, or, by its extension, of a Maya scene.
 int showInfo(const std::string& path, bool json);
+int showSceneInfo(const std::string& path, bool json);

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "foundation/bx_string.h"
 #include "tools/vek/commands.h"
 #include "tools/vek/exchange_info.h"
 
@@ -76,6 +77,7 @@ void printJson(const ExchangeInfo& info) {
 }  // namespace
 
 int showInfo(const std::string& path, bool json) {
+    if (BXString(path.c_str()).endsWith(".ma", true)) return showSceneInfo(path, json);
     ExchangeInfo info;
     if (!inspectExchangeFile(path, info)) {
         fmt::print(stderr, "vek: {} cannot be read\n", path);

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "formats/vek_header.h"
+#include "tools/vek/maya_file.h"
 #include "tools/vek/mesh.h"
 #include "tools/vek/mesh_compare.h"
 #include "tools/vek/mesh_file.h"
@@ -87,6 +88,14 @@ int readExchangeMesh(lua_State* lua) {
     Mesh& mesh = pushMesh(lua);
     std::string error;
     if (!readMesh(path, mesh, error)) return pushFailure(lua, error);
+    return 1;
+}
+
+int readMayaMesh(lua_State* lua) {
+    const char* path = luaL_checkstring(lua, 1);
+    Mesh& mesh = pushMesh(lua);
+    std::string error;
+    if (!readMayaScene(path, mesh, error)) return pushFailure(lua, error);
     return 1;
 }
 
@@ -191,6 +200,11 @@ int rewound(lua_State* lua) {
     return 1;
 }
 
+int withOwnUVs(lua_State* lua) {
+    giveOwnUVs(pushCopy(lua, meshArgument(lua, 1)));
+    return 1;
+}
+
 int setMap(lua_State* lua) {
     Mesh& mesh = meshArgument(lua, 1);
     const lua_Integer selector = luaL_checkinteger(lua, 2);
@@ -237,6 +251,14 @@ int write(lua_State* lua) {
     return pushDone(lua, done, error);
 }
 
+int writeMaya(lua_State* lua) {
+    const Mesh& mesh = meshArgument(lua, 1);
+    const char* path = luaL_checkstring(lua, 2);
+    std::string error;
+    const bool done = writeMayaScene(path, mesh, error);
+    return pushDone(lua, done, error);
+}
+
 int saveMeshObj(lua_State* lua) {
     const Mesh& mesh = meshArgument(lua, 1);
     const char* path = luaL_checkstring(lua, 2);
@@ -255,6 +277,7 @@ constexpr luaL_Reg kFunctions[] = {
     {"make_surface", makeSurfaceMesh},
     {"load_obj", loadObjMesh},
     {"read_mesh", readExchangeMesh},
+    {"read_maya", readMayaMesh},
     {"compare", compareTwoMeshes},
     {"now", now},
     {nullptr, nullptr},
@@ -268,9 +291,11 @@ constexpr luaL_Reg kMethods[] = {
     {"map", map},
     {"twisted_about_y", twistedAboutY},
     {"rewound", rewound},
+    {"with_own_uvs", withOwnUVs},
     {"set_map", setMap},
     {"maps", maps},
     {"write", write},
+    {"write_maya", writeMaya},
     {"save_obj", saveMeshObj},
     {"__gc", release},
     {nullptr, nullptr},

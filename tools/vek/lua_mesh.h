@@ -9,6 +9,7 @@ struct lua_State;
 //     vek.make_surface([faces])    a closed vase with UVs, about 100,000 faces by default
 //     vek.load_obj(path)           mesh, {faces_cut=, faces_skipped=, uvs_made=}
 //     vek.read_mesh(path)          mesh from an exchange file
+//     vek.read_maya(path)          mesh from a Maya scene as the host and the bridge write it
 //     vek.compare(expected, back)  table: max_distance, mean_distance, vertices_missing,
 //                                  vertices_added, faces_missing, faces_added, faces_wound_wrong,
 //                                  faces_different, corners_lost, uvs_lost
@@ -21,8 +22,10 @@ struct lua_State;
 //     mesh:map(f)                  a new mesh with each position x, y, z = f(x, y, z)
 //     mesh:twisted_about_y(angle)  a new mesh, twisted by an angle that grows with the height
 //     mesh:rewound()               a new mesh, its faces reversed
+//     mesh:with_own_uvs()          a new mesh with a UV, of five places, for each face corner
 //     mesh:set_map(selector, name [, param])   the map file name that selector 0, 1 or 2 reports
 //     mesh:maps()                  list of {selector=, name=, param=}
 //     mesh:write(path)             true; an exchange file
+//     mesh:write_maya(path)        true; a Maya scene
 //     mesh:save_obj(path)          true
 void registerMeshFunctions(lua_State* lua);

@@ -54,9 +54,10 @@ int main(int argc, char** argv) {
     run->callback([&] { status = runMacro(script, request.library, run->remaining()); });
 
     std::string file;
-    CLI::App* const info = app.add_subcommand("info", "Say what an exchange file holds and lacks");
+    CLI::App* const info =
+        app.add_subcommand("info", "Say what an exchange file or a Maya scene holds and lacks");
     withJson(info);
-    info->add_option("file", file, "The exchange file")->required();
+    info->add_option("file", file, "The exchange file, or a scene (.ma)")->required();
     info->callback([&] { status = showInfo(file, json); });
 
     try {

@@ -1,6 +1,9 @@
 #include "tools/vek/mesh.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <utility>
 
@@ -104,6 +107,29 @@ void rewindFaces(Mesh& mesh) {
         std::swap(mesh.faces[i][1], mesh.faces[i][last]);
         std::swap(mesh.corners[i][1], mesh.corners[i][last]);
     }
+}
+
+float floatOf(std::string_view text) {
+    float value = 0.0f;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
+
+void giveOwnUVs(Mesh& mesh) {
+    const auto rounded = [](float part) {
+        // As it is printed and read again.
+        return floatOf(fmt::format("{:.5f}", part));
+    };
+    std::vector<MeshUV> uvs;
+    for (std::size_t f = 0; f < mesh.faces.size(); ++f) {
+        for (std::size_t i = 0; i < cornerCount(mesh.faces[f]); ++i) {
+            std::int32_t& corner = mesh.corners[f][i];
+            const MeshUV uv = corner < 0 ? MeshUV{} : mesh.uvs[static_cast<std::size_t>(corner)];
+            corner = static_cast<std::int32_t>(uvs.size());
+            uvs.push_back({rounded(uv[0]), rounded(uv[1])});
+        }
+    }
+    mesh.uvs.swap(uvs);
 }
 
 MeshEdges edgesOf(const Mesh& mesh) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 using MeshPoint = std::array<float, 3>;
@@ -73,6 +74,13 @@ void twistAboutY(Mesh& mesh, double degrees);
 
 // Reverses every face about its first corner; the corner values stay with their corners.
 void rewindFaces(Mesh& mesh);
+
+// The number that a text begins with, with a point whatever the locale; 0 where it is none.
+float floatOf(std::string_view text);
+
+// Gives each face corner a UV of its own, in the order of the faces, with five decimal places; a
+// corner without one gets (0, 0).
+void giveOwnUVs(Mesh& mesh);
 
 // How the faces meet. Where neighbours are wound alike, they use their edge once each way.
 struct MeshEdges {
