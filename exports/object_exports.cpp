@@ -1,9 +1,6 @@
-#include <cstdint>
-#include <cstring>
 #include <string>
 
 #include "bridge/bx_vek.h"
-#include "config/line_walker.h"
 #include "exports/call_frame.h"
 #include "exports/library_state.h"
 #include "exports/object_list.h"

@@ -16,7 +16,7 @@
  *  6. The result is the only report. No function throws, and a failure leaves files as they were
  *     unless the comment says otherwise.
  *  7. Paths may begin with a volume prefix that ends in ':'; the path is then what follows the
- *     first ':', from its first '/' on.
+ *     first ':', or else the whole, from its first '/' on: "rel/file" is "/file", and "file" stays.
  *  8. Numbers in texts have a point as decimal separator whatever the process's locale.
  *  9. Functions are called from one thread, one at a time. Files are shared with other processes
  *     without locks and read anew by each call.
@@ -118,19 +118,22 @@ VEK_EXPORT(VekPostExport);
 VEK_EXPORT(VekPreImport);
 /* text: a path. Empties the file or creates it empty. Returns 1; 0 when it cannot be opened. */
 VEK_EXPORT(VekClearFile);
-/* text: a path. Deletes the file. Returns 1 when it did, else 0. */
+/* text: a path. Deletes the file, or an empty folder. Returns 1 when it did, else 0. */
 VEK_EXPORT(VekDeleteFile);
 /* Deletes everything inside the default project folder; the folder stays. Links are deleted, never
  * followed. Returns 0 always. */
 VEK_EXPORT(VekCleanCaches);
 /* value: 0, 1 or 2, exactly, for the map of block 45001, 50001 or 55001; buffer1: out, the map file
  * name that the first listed object's exchange file holds, with '/' for '\'; buffer2: out, for 2
- * only, the number that goes with it, printed with "%f". Reads the object list anew. Returns 0; -1
- * when there is no object, no file or no name. */
+ * only, the number that goes with it, printed with "%f", also where its name is empty. The first
+ * block of the kind counts. Reads the object list anew. Returns 0; -1 when there is no object, no
+ * file or no name. */
 VEK_EXPORT(GetFirstObjectTextureFileName);
 /* text: a path. Returns 1 when the file can be read and is not empty, else 0. */
 VEK_EXPORT(IsVekFilePathValid);
-/* buffer1: out, what VekHub/"Vek_ProjectPath.txt" holds before its last line break. Returns 0. */
+/* buffer1: out, what VekHub/"Vek_ProjectPath.txt" holds, less the control characters at its end and
+ * then less what stands from its last line break on. Nothing of a file above 4,096 bytes. Returns
+ * 0. */
 VEK_EXPORT(ReadVekProjectPath);
 
 /* ---- Target applications --------------------------------------------------------------------- */

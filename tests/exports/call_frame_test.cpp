@@ -12,12 +12,15 @@ namespace {
 
 struct Listed {
     const char* name;
+    const char* text;
+    const char* value;
     const char* buffer1;
     const char* buffer2;
 };
 
 const Listed kExports[] = {
-#define X(name, group, textUse, valueUse, kind1, kind2, result) {#name, #kind1, #kind2},
+#define X(name, group, textUse, valueUse, kind1, kind2, result) \
+    {#name, textUse, valueUse, #kind1, #kind2},
 #include "exports/exports.def.h"
 #undef X
 };
@@ -103,7 +106,8 @@ TEST_F(CallFrame, LooksAtNoArgumentThatAnExportDoesNotUse) {
         char block[8192] = {};
         const auto function = reinterpret_cast<VekExport>(m_library.symbol(listed.name));
         ASSERT_TRUE(function);
-        function(nullptr, 0.0, std::strcmp(listed.buffer1, "NONE") == 0 ? poison : block,
+        function(*listed.text ? nullptr : poison, *listed.value ? 0.0 : std::nan(""),
+                 std::strcmp(listed.buffer1, "NONE") == 0 ? poison : block,
                  std::numeric_limits<int>::min(),
                  std::strcmp(listed.buffer2, "NONE") == 0 ? poison : block,
                  std::numeric_limits<int>::max(),

@@ -117,6 +117,17 @@ TEST_F(Exchange, DeletesAFile) {
     EXPECT_EQ(m_library.call("VekDeleteFile", ""), 0.0f);
 }
 
+TEST_F(Exchange, DeletesAnEmptyFolderAndDropsTheVolumeOfAPath) {
+    writeFile(m_folder / "f", "content");
+    EXPECT_EQ(m_library.call("VekDeleteFile", "Disk:" + (m_folder / "f")), 1.0f);
+    EXPECT_FALSE(fileIsThere(m_folder / "f"));
+    makeFolders(m_folder / "full/inside");
+    EXPECT_EQ(m_library.call("VekDeleteFile", m_folder / "full"), 0.0f);
+    EXPECT_EQ(m_library.call("VekDeleteFile", m_folder / "full/inside"), 1.0f);
+    EXPECT_EQ(m_library.call("VekDeleteFile", m_folder / "full"), 1.0f);
+    EXPECT_FALSE(fileIsThere(m_folder / "full"));
+}
+
 TEST_F(Exchange, CleansTheDefaultProjectFolderAndKeepsIt) {
     makeFolders(Tree::project("a/b/c"));
     writeFile(Tree::project("a/b/c/file"), "x");
@@ -194,7 +205,31 @@ TEST_F(Exchange, FindsNoMapWithAnEmptyName) {
     EXPECT_TRUE(name.untouched());
 }
 
+TEST_F(Exchange, WritesTheNumberOfAMapThoughItsNameIsEmpty) {
+    listObject(ExchangeFile().map(55001, "", 0.5f).end().bytes());
+    OutText name, number;
+    EXPECT_EQ(texture(2.0, name, number), -1.0f);
+    EXPECT_TRUE(name.untouched());
+    EXPECT_EQ(number.text(), "0.500000");
+}
+
+TEST_F(Exchange, LooksForNoMapBehindTheEndBlock) {
+    listObject(ExchangeFile().vertices({1, 2, 3}).end().map(45001, "late.tif").end().bytes());
+    OutText name, number;
+    EXPECT_EQ(texture(0.0, name, number), -1.0f);
+    EXPECT_TRUE(name.untouched());
+}
+
+TEST_F(Exchange, TakesTheFirstMapOfAKind) {
+    listObject(ExchangeFile().map(45001, "one.tif").map(45001, "two.tif").end().bytes());
+    OutText name, number;
+    EXPECT_EQ(texture(0.0, name, number), 0.0f);
+    EXPECT_EQ(name.text(), "one.tif");
+}
+
 TEST_F(Exchange, ReadsTheObjectListAnewForAMap) {
+    writeFile(Tree::objectList(), "/elsewhere/other\n/elsewhere/third\n");
+    EXPECT_EQ(m_library.call("ReadVekObjectList"), 2.0f);
     listObject(sample());
     EXPECT_EQ(m_library.call("GetFirstObjectTextureFileName", 0.0), 0.0f);
     OutText object;
@@ -253,7 +288,7 @@ TEST_F(Exchange, ReadsTheProjectPathUpToItsLastLineBreak) {
         {"/p/one\n", "/p/one"},       {"/p/one\n/p/two", "/p/one"},
         {"/p/one", "/p/one"},         {"/p/one\r\n", "/p/one"},
         {"/a\n/b\n/c\n", "/a\n/b"},   {"/with blank \n", "/with blank "},
-        {"/p/one\t\r\n\t", "/p/one"},
+        {"/p/one\t\r\n\t", "/p/one"}, {"/p/one\r\n/p/two", "/p/one\r"},
     };
     for (const auto& it : cases) {
         writeFile(Tree::hub("Vek_ProjectPath.txt"), it.file);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "exports/library_state.h"
 #include "exports/vek.h"
 #include "foundation/bx_log_server.h"
 #include "tests/support/exchange_file.h"
@@ -63,15 +64,64 @@ TEST(LogLines, EndWhereThereIsNoObject) {
     EXPECT_EQ(linesOf(0.0), Lines{"GetFirstObjectTextureFileName called"});
 }
 
+TEST(LogLines, EndWhereTheFileIsMissingOrForeign) {
+    const Tree tree;
+    writeFile(Tree::objectList(), Tree::project("mesh") + "\n");
+    const Lines lines = {"GetFirstObjectTextureFileName called",
+                         "  reading " + Tree::project("mesh") + ".vek"};
+    EXPECT_EQ(linesOf(0.0), lines);
+    writeFile(Tree::project("mesh.vek"), "no exchange file, but longer than a header is");
+    EXPECT_EQ(linesOf(0.0), lines);
+}
+
 TEST(LogLines, AreNotWrittenByOtherExports) {
     const Tree tree;
+    tree.addApp("App", "EXTENSION .vek\nEXPORT_FLIP_X 1\n");
+    std::string mesh = Tree::project("mesh.vek"), scene = Tree::project("scene.ma"),
+                list = Tree::objectList(), object = "object", host = "/Applications";
+    writeFile(mesh, ExchangeFile().vertices({1, 2, 3}).end().bytes());
+    writeFile(scene, "text\n");
     s_lines.clear();
-    char block[64] = {};
-    PrintInLog(block, 1.0, block, 0, block, 0, nullptr);
-    ReadVekObjectList(nullptr, 0, nullptr, 0, nullptr, 0, nullptr);
-    AddVekObjectToList(block, 0, nullptr, 0, nullptr, 0, nullptr);
-    ExtractVekObject(nullptr, 0, nullptr, 0, nullptr, 0, nullptr);
-    VekPostExport(block, 0, nullptr, 0, nullptr, 0, nullptr);
-    InitializeVek(block, 0, nullptr, 0, nullptr, 0, nullptr);
+    char block[4096] = {};
+    const auto call = [&](VekExport function, char* text) {
+        return function(text, 0.0, block, 0, block, 0, nullptr);
+    };
+    EXPECT_EQ(call(InitializeVek, host.data()), 1.0f);
+    call(GetVekAppIOPrefs, nullptr);
+    call(PrintInLog, host.data());
+    call(DeclareMacroActivated, host.data());
+    call(AddVekObject, object.data());
+    call(AddVekObjectToList, object.data());
+    EXPECT_GE(call(ReadVekObjectList, nullptr), 1.0f);
+    EXPECT_EQ(call(GetVekObjectPath, nullptr), 0.0f);
+    call(ReleaseVekObjectList, nullptr);
+    EXPECT_EQ(call(ExtractVekObject, nullptr), 1.0f);
+    EXPECT_EQ(call(VekPostExport, mesh.data()), 0.0f);
+    EXPECT_EQ(call(VekPreImport, mesh.data()), 0.0f);
+    EXPECT_EQ(call(VekPostExport, scene.data()), 0.0f);
+    EXPECT_EQ(call(VekPreImport, scene.data()), 0.0f);
+    EXPECT_EQ(call(VekPostExport, list.data()), -1.0f);
+    EXPECT_EQ(call(IsVekFilePathValid, mesh.data()), 1.0f);
+    call(ReadVekProjectPath, nullptr);
+    EXPECT_EQ(call(VekClearFile, scene.data()), 1.0f);
+    EXPECT_EQ(call(VekDeleteFile, scene.data()), 1.0f);
+    call(VekCleanCaches, nullptr);
+    call(ClearVekObjectList, nullptr);
     EXPECT_EQ(s_lines, Lines{});
+}
+
+TEST(Storage, OfTheObjectListIsGivenBackByItsReleaseAlone) {
+    const Tree tree;
+    std::string lines;
+    for (int i = 0; i < 1000; ++i) lines += "object\n";
+    writeFile(Tree::objectList(), lines);
+    ReadVekObjectList(nullptr, 0, nullptr, 0, nullptr, 0, nullptr);
+    const std::size_t room = s_objectList.capacity();
+    EXPECT_GE(room, 1000u);
+    writeFile(Tree::objectList(), "");
+    ReadVekObjectList(nullptr, 0, nullptr, 0, nullptr, 0, nullptr);
+    EXPECT_TRUE(s_objectList.empty());
+    EXPECT_EQ(s_objectList.capacity(), room);
+    ReleaseVekObjectList(nullptr, 0, nullptr, 0, nullptr, 0, nullptr);
+    EXPECT_EQ(s_objectList.capacity(), 0u);
 }

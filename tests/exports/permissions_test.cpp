@@ -69,6 +69,14 @@ TEST_F(Permissions, OfAWriteOnlyObjectListKeepItFromBeingAddedToOnTop) {
     EXPECT_EQ(readFile(Tree::objectList()), "A\n");
 }
 
+TEST_F(Permissions, OfAReadOnlyObjectListKeepItThoughItsFirstObjectIsExtracted) {
+    writeFile(Tree::objectList(), "A\nB\n");
+    const WithMode mode(Tree::objectList(), 0400);
+    EXPECT_EQ(m_library.call("ExtractVekObject"), 1.0f);
+    EXPECT_EQ(readFile(Tree::objectList()), "A\nB\n");
+    EXPECT_EQ(readFile(Tree::hub("Vek_ObjectPath.txt")), "A");
+}
+
 TEST_F(Permissions, OfAReadOnlyObjectListKeepIt) {
     writeFile(Tree::objectList(), "A\n");
     const WithMode mode(Tree::objectList(), 0400);

@@ -238,3 +238,56 @@ TEST_F(Setup, IgnoresCallsThatDoNothing) {
     }
     EXPECT_TRUE(block1.untouched() && block2.untouched());
 }
+
+TEST_F(Setup, KeepsTheScaleAndTheOffsetsWhateverElseIsCalled) {
+    m_tree.addApp("App", "EXTENSION .vek\nEXPORT_FLIP_X 1\nEXPORT_FLIP_Y 1\nEXPORT_FLIP_Z 1\n");
+    m_library.call("VekSetExportScale", 2.0);
+    m_library.call("VekSetExportOffsetX", 1.0);
+    m_library.call("VekSetExportOffsetY", 2.0);
+    m_library.call("VekSetExportOffsetZ", 3.0);
+    OutText block1, block2;
+    for (const char* name : {"PrintInLog", "DeclareMacroActivated"}) {
+        m_library.call(name, "text", 5.0, block1.block(), block2.block());
+    }
+    initialize();
+    initialize();
+    m_library.call("GetVekAppIOPrefs", 0.0, block1.block());
+    const TempFolder folder;
+    writeFile(folder / "a.vek", ExchangeFile().vertices({0, 0, 0}).end().bytes());
+    EXPECT_EQ(m_library.call("VekPostExport", folder / "a.vek"), 0.0f);
+    // Mirrored about the scaled offset on each axis.
+    EXPECT_EQ(floatsAt(readFile(folder / "a.vek"), 48, 3), (std::vector<float>{4, 8, 12}));
+}
+
+TEST_F(Setup, MarksAFolderUnlockedThoughTheCommandFails) {
+    m_tree.addApp("App", "NAME a\n");
+    makeFolders(Tree::app("App", "Helper.app"));
+    makeFolders(Tree::hub("VekHubFromApp.app"));
+    const TempFolder folder;
+    writeFile(folder / "xattr", "#!/bin/sh\nexit 1\n");
+    chmod((folder / "xattr").c_str(), 0755);
+    const std::string before = getenv("PATH");
+    setenv("PATH", (folder.path() + ":" + before).c_str(), 1);
+    EXPECT_EQ(initialize(), 1.0f);
+    setenv("PATH", before.c_str(), 1);
+    EXPECT_EQ(readFile(Tree::app("App", "Vek_Config.txt")), "APPS_UNLOCKED = TRUE\n");
+    EXPECT_EQ(readFile(Tree::hub("Vek_Config.txt")).substr(0, 21), "APPS_UNLOCKED = TRUE\n");
+}
+
+TEST_F(Setup, UnlocksAnApplicationsBundlesAgainWhenItsMarkIsFalseOrEmptyOrGone) {
+    m_tree.addApp("App", "NAME a\n");
+    makeFolders(Tree::app("App", "Helper.app"));
+    for (const char* config :
+         {"APPS_UNLOCKED = No\n", "APPS_UNLOCKED = 0\n", "APPS_UNLOCKED =\n", ""}) {
+        writeFile(Tree::app("App", "Vek_Config.txt"), config);
+        const Recorder xattr("xattr");
+        initialize();
+        EXPECT_EQ(xattr.calls(), unlockCall(Tree::app("App", "Helper.app"))) << config;
+    }
+    for (const char* config : {"APPS_UNLOCKED = True\n", "apps_unlocked=yes\n"}) {
+        writeFile(Tree::app("App", "Vek_Config.txt"), config);
+        const Recorder xattr("xattr");
+        initialize();
+        EXPECT_EQ(xattr.calls(), "") << config;
+    }
+}
