@@ -58,6 +58,7 @@ private:
     std::unique_ptr<char[]> m_text;
 };
 
+// Without the kept text, to a writer that only counts.
 void putAll(MayaWriter& writer, std::int64_t textEnd, const std::vector<Place>& places,
             const char* kept, const MayaRegenerator& regenerator) {
     for (std::size_t i = 0; i < places.size(); ++i) {
@@ -66,9 +67,26 @@ void putAll(MayaWriter& writer, std::int64_t textEnd, const std::vector<Place>& 
         }
         const std::int64_t end = i + 1 < places.size() ? places[i + 1].begin : textEnd;
         const auto length = static_cast<std::size_t>(end - places[i].end);
-        writer.put(kept, length);
-        kept += length;
+        if (kept) {
+            writer.put(kept, length);
+            kept += length;
+        } else {
+            writer.pass(length);
+        }
     }
+}
+
+// Makes sure that what is written finds room, before the first byte is changed. What will be
+// written is only worked out on a disk on which it might not.
+bool makeRoom(BXFile& file, std::int64_t textEnd, const std::vector<Place>& places,
+              const MayaRegenerator& regenerator) {
+    // A UV index of two characters can become a point of almost a hundred.
+    constexpr std::int64_t kMostGrowth = 64;
+    if (file.freeSpace() / kMostGrowth > file.size()) return true;
+    MayaWriter counter(nullptr, places.front().begin);
+    putAll(counter, textEnd, places, nullptr, regenerator);
+    counter.finish();
+    return file.extend(counter.offset());
 }
 
 }  // namespace
@@ -80,6 +98,7 @@ bool rewriteMayaScene(BXFile& file, std::int64_t textEnd, const std::vector<Maya
     if (places.empty()) return file.truncate(textEnd);
     KeptText kept;
     if (!kept.read(file, textEnd, places)) return false;
+    if (!makeRoom(file, textEnd, places, regenerator)) return false;
     MayaWriter writer(&file, places.front().begin);
     putAll(writer, textEnd, places, kept.text(), regenerator);
     return writer.finish() && file.truncate(writer.offset());

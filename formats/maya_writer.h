@@ -18,6 +18,8 @@ public:
 
     void put(const char* text, std::size_t length);
     void put(const char* text) { put(text, std::strlen(text)); }
+    // Counts text that is not put. For a writer without a file.
+    void pass(std::size_t length) { m_offset += static_cast<std::int64_t>(length); }
     // A blank and the number.
     void putInt(int value);
     // A blank before each of the two, with five places.

@@ -3,6 +3,7 @@
 #include <errno.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -116,6 +117,27 @@ bool BXFile::truncate(std::int64_t size) noexcept {
         result = ftruncate(m_descriptor, size);
     } while (result != 0 && errno == EINTR);
     return result == 0;
+}
+
+bool BXFile::extend(std::int64_t size) noexcept {
+    static const char zeros[4096] = {};
+    const std::int64_t before = this->size();
+    for (std::int64_t end = before; end < size;) {
+        const auto count = static_cast<std::size_t>(
+            std::min<std::int64_t>(size - end, static_cast<std::int64_t>(sizeof zeros)));
+        if (!writeAt(end, zeros, count)) {
+            truncate(before);
+            return false;
+        }
+        end += static_cast<std::int64_t>(count);
+    }
+    return true;
+}
+
+std::int64_t BXFile::freeSpace() const noexcept {
+    struct statvfs disk;
+    if (fstatvfs(m_descriptor, &disk) != 0) return INT64_MAX;
+    return static_cast<std::int64_t>(disk.f_bavail) * static_cast<std::int64_t>(disk.f_frsize);
 }
 
 std::unique_ptr<char[]> BXFile::readAll(std::size_t& size, std::size_t before,

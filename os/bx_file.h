@@ -30,6 +30,12 @@ public:
     // True iff all bytes were written.
     bool writeAt(std::int64_t offset, const void* bytes, std::size_t count) noexcept;
     bool truncate(std::int64_t size) noexcept;
+    // Makes room for a file of `size` bytes, by zeros behind its end. False where there is none; the
+    // file is then as it was.
+    bool extend(std::int64_t size) noexcept;
+    // The bytes that the file's disk has left for this user; the most that there can be when it
+    // cannot be told.
+    std::int64_t freeSpace() const noexcept;
     // All bytes of the file, with room for `before` and `after` more around them, in a buffer that
     // is not zeroed first. Null when the file could not be read to its end, or is larger than this
     // build can address. A file that is not open reads as empty.

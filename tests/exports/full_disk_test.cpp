@@ -52,6 +52,27 @@ TEST_F(FullDisk, StillTurnsAnExchangeFileInPlace) {
     EXPECT_EQ(floatsAt(readFile("/full/mesh.vek"), 48, 3), (std::vector<float>{-1, 2, 3}));
 }
 
+TEST_F(FullDisk, KeepsAMayaSceneThatWouldGrow) {
+    // Its faces use one UV point: split, there is one for each of 3000 corners.
+    std::string faces;
+    for (int i = 0; i < 1000; ++i) faces += " f 3 0 1 2 mu 0 3 0 0 0";
+    const std::string scene =
+        "\tsetAttr -s 1 \".uvst[0].uvsp\";\n\tsetAttr \".uvst[0].uvsp[0]\" -type \"float2\" 0 0;\n"
+        "\tsetAttr -s 1000 \".fc\";\n\tsetAttr \".fc[0:999]\" -type \"polyFaces\"" +
+        faces + ";\n";
+    writeFile("/full/scene.ma", scene);
+    EXPECT_EQ(m_library.call("VekPreImport", "/full/scene.ma"), -1.0f);
+    EXPECT_EQ(readFile("/full/scene.ma"), scene);
+    // One that becomes shorter needs no room.
+    fill();
+    EXPECT_EQ(m_library.call("VekPostExport", "/full/scene.ma"), -1.0f)
+        << "its edges are not there";
+    writeFile("/full/filler", "\tsetAttr -s 0000000000000000000000 \".ed\";\n");
+    std::filesystem::rename("/full/filler", "/full/short.ma");
+    EXPECT_EQ(m_library.call("VekPostExport", "/full/short.ma"), 0.0f);
+    EXPECT_EQ(readFile("/full/short.ma"), "\tsetAttr -s 0 \".ed\";\n");
+}
+
 TEST_F(FullDisk, KeepsTheObjectListWhereOneCannotBeAdded) {
     // The list ends with its page, so that one more byte needs room.
     const std::string old = std::string(4095, 'o') + "\n";

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "tests/support/permissions.h"
+#include "tests/os/full_disk.h"
 #include "tests/support/temp_folder.h"
 
 using Access = BXFile::Access;
@@ -274,4 +275,17 @@ TEST(File, IsNotHandedToOtherPrograms) {
     const int descriptor = lowestFreeDescriptor();
     const BXFile file((folder / "a").c_str(), Access::Read);
     EXPECT_EQ(fcntl(descriptor, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
+}
+
+TEST(File, MakesRoomByZerosOrStaysAsItWas) {
+    TempFolder folder;
+    writeFile(folder / "a", "old");
+    BXFile file((folder / "a").c_str(), BXFile::Access::ReadWrite);
+    EXPECT_TRUE(file.extend(2));
+    EXPECT_EQ(readFile(folder / "a"), "old");
+    EXPECT_TRUE(file.extend(10000));
+    EXPECT_EQ(readFile(folder / "a"), "old" + std::string(9997, '\0'));
+    EXPECT_FALSE(whereFilesEndAt(15000, [&] { return file.extend(20000); }));
+    EXPECT_EQ(file.size(), 10000);
+    EXPECT_GT(file.freeSpace(), 0);
 }
