@@ -30,6 +30,11 @@ if(VEK_32BIT)
     add_link_options(-m32)
 endif()
 
+if(VEK_FUZZ)
+    # Lets the fuzzer see which code of the library an input reaches.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 if(VEK_SANITIZE)
     add_compile_options(-O1 -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)

@@ -10,8 +10,8 @@
  *  3. An index is `value` truncated toward zero, so 2.9 is 2 and -0.5 is 0. A value that no 32-bit
  *     integer holds, or that is not a number, is the index -1.
  *  4. A text out is copied whole, with its NUL, into the caller's block. Block sizes are not looked
- *     at (VekAppInstall's is): the caller passes blocks that hold a path. Where there is no text to
- *     give, the block is left as it was. A null block is skipped.
+ *     at (VekAppInstall's is): the caller passes blocks that hold a path. Where there is nothing
+ *     to give, the block is left as it was; an empty text is its NUL. A null block is skipped.
  *  5. Numbers out are stored in the processor's byte order, without alignment.
  *  6. The result is the only report. No function throws, and a failure leaves files as they were
  *     unless the comment says otherwise.
@@ -120,8 +120,8 @@ VEK_EXPORT(VekPreImport);
 VEK_EXPORT(VekClearFile);
 /* text: a path. Deletes the file, or an empty folder. Returns 1 when it did, else 0. */
 VEK_EXPORT(VekDeleteFile);
-/* Deletes everything inside the default project folder; the folder stays. Links are deleted, never
- * followed. Returns 0 always. */
+/* Deletes everything inside the default project folder; the folder stays. Links in it are deleted,
+ * never followed. Returns 0 always. */
 VEK_EXPORT(VekCleanCaches);
 /* value: 0, 1 or 2, exactly, for the map of block 45001, 50001 or 55001; buffer1: out, the map file
  * name that the first listed object's exchange file holds, with '/' for '\'; buffer2: out, for 2
@@ -141,7 +141,8 @@ VEK_EXPORT(ReadVekProjectPath);
  * gives the function's failure result and touches nothing, where the comment says no other. */
 
 /* value: an application index; buffer1: out, the id (the folder's name), the name, the extension or
- * the script template of the application. Return 0 always. */
+ * the script template of the application, the empty text where its descriptor has none. Return 0
+ * always. */
 VEK_EXPORT(GetVekAppId);
 VEK_EXPORT(GetVekAppName);
 VEK_EXPORT(GetVekAppExt);

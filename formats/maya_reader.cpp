@@ -78,6 +78,7 @@ bool MayaReader::read() {
     while (m_textEnd < 0 && m_in.more()) {
         m_in.skipBlanks();
         m_in.more();
+        // Required(R63): the text ends in front of this line, which is not written back either.
         if (m_atLineStart && m_in.comes(s_declareEndOfScene)) {
             m_textEnd = m_begin;
             break;
@@ -167,6 +168,8 @@ bool MayaReader::recogniseAfterCount(Form& form) {
         form.thing = kMayaFaces;
         return true;
     }
+    // Required(R64): a count with its range in one statement, as Maya writes small meshes, is text to
+    // the merge, which reads what the host writes.
     if (!split) {
         form.thing = kMayaVertices;
         return m_in.take(s_declarePointCountPostfix);

@@ -52,6 +52,13 @@ TEST_F(CallFrame, TruncatesAnIndexTowardZero) {
     EXPECT_EQ(idAt(-0.5), idAt(0.0));
     EXPECT_EQ(idAt(0.999), idAt(0.0));
     EXPECT_NE(idAt(0.0), idAt(2.0));
+    writeFile(Tree::objectList(), "first\nsecond\n");
+    m_library.call("ReadVekObjectList");
+    for (const double value : {-0.5, 0.0, 0.9}) {
+        OutText out;
+        EXPECT_EQ(m_library.call("GetVekObjectPath", value, out.block()), 0.0f) << value;
+        EXPECT_EQ(out.text(), "first") << value;
+    }
 }
 
 TEST_F(CallFrame, TakesNoIndexForAValueThatNoIntegerHolds) {
@@ -69,6 +76,11 @@ TEST_F(CallFrame, TakesTheNullTextForTheEmptyText) {
                              nullptr, reinterpret_cast<char*>(&value)),
               0.0f);
     EXPECT_EQ(value, 77);
+    char key[] = "KEY", text[16] = "old";
+    EXPECT_EQ(
+        m_library.call("ReadConfigPrefAsString", static_cast<const char*>(nullptr), 0.0, key, text),
+        0.0f);
+    EXPECT_STREQ(text, "old");
     EXPECT_EQ(m_library.call("FindVekApp"), -1.0f);
     EXPECT_EQ(m_library.call("IsVekFilePathValid"), 0.0f);
 }

@@ -140,6 +140,21 @@ TEST_F(Exchange, CleansTheDefaultProjectFolderAndKeepsIt) {
     EXPECT_EQ(m_library.call("VekCleanCaches"), 0.0f);
 }
 
+TEST_F(Exchange, CleansEntriesOfAnyName) {
+    for (const char* name : {"x:y", "*", "?", "-n", "a b", "[c]"})
+        writeFile(Tree::project(name), "x");
+    makeFolders(Tree::project("a:b/c"));
+    writeFile(Tree::project("a:b/c/q:r"), "x");
+    EXPECT_EQ(m_library.call("VekCleanCaches"), 0.0f);
+    EXPECT_TRUE(std::filesystem::is_empty(Tree::root() + "/VekProjects/Default"));
+}
+
+TEST_F(Exchange, CleansNothingWhereThereIsNoDefaultProject) {
+    std::filesystem::remove(Tree::root() + "/VekProjects/Default");
+    EXPECT_EQ(m_library.call("VekCleanCaches"), 0.0f);
+    EXPECT_FALSE(std::filesystem::exists(Tree::root() + "/VekProjects/Default"));
+}
+
 TEST_F(Exchange, CleansLinksAndNotWhatTheyPointTo) {
     writeFile(m_folder / "kept", "x");
     ASSERT_EQ(symlink(m_folder.path().c_str(), Tree::project("link").c_str()), 0);
@@ -218,6 +233,15 @@ TEST_F(Exchange, LooksForNoMapBehindTheEndBlock) {
     OutText name, number;
     EXPECT_EQ(texture(0.0, name, number), -1.0f);
     EXPECT_TRUE(name.untouched());
+}
+
+TEST_F(Exchange, LooksForAMapInTheFirstListedObject) {
+    writeFile(Tree::project("one.vek"), ExchangeFile().map(45001, "one.tif").end().bytes());
+    writeFile(Tree::project("two.vek"), ExchangeFile().map(45001, "two.tif").end().bytes());
+    writeFile(Tree::objectList(), Tree::project("one") + "\n" + Tree::project("two") + "\n");
+    OutText name, number;
+    EXPECT_EQ(texture(0.0, name, number), 0.0f);
+    EXPECT_EQ(name.text(), "one.tif");
 }
 
 TEST_F(Exchange, TakesTheFirstMapOfAKind) {
@@ -304,6 +328,8 @@ TEST_F(Exchange, LeavesTheBlockWithoutAProjectPath) {
     writeFile(Tree::hub("Vek_ProjectPath.txt"), "\n");
     EXPECT_EQ(m_library.call("ReadVekProjectPath", 0.0, out.block()), 0.0f);
     writeFile(Tree::hub("Vek_ProjectPath.txt"), std::string(4097, 'p'));
+    EXPECT_EQ(m_library.call("ReadVekProjectPath", 0.0, out.block()), 0.0f);
+    writeFile(Tree::hub("Vek_ProjectPath.txt"), "\n/p");
     EXPECT_EQ(m_library.call("ReadVekProjectPath", 0.0, out.block()), 0.0f);
     EXPECT_TRUE(out.untouched());
     writeFile(Tree::hub("Vek_ProjectPath.txt"), "/p");

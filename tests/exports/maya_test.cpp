@@ -118,6 +118,24 @@ TEST_F(MayaScenes, AreKnownByTheirExtensionInAnyLetterCase) {
     }
 }
 
+TEST_F(MayaScenes, AreSplitOnTheirWayBack) {
+    const std::string head = "createNode mesh;\n";
+    const std::string text =
+        head +
+        "\tsetAttr -s 1 \".uvst[0].uvsp[0]\" -type \"float2\" 0 1;\n"
+        "\tsetAttr -ch 3 \".fc[0]\" -type \"polyFaces\" f 3 0 1 2 mu 0 3 0 0 0;\n";
+    writeFile(path(), text);
+    EXPECT_EQ(m_library.call("VekPostExport", path()), 0.0f);
+    EXPECT_EQ(readFile(path()), text) << "the merge does not know these forms";
+    EXPECT_EQ(m_library.call("VekPreImport", path()), 0.0f);
+    EXPECT_EQ(readFile(path()),
+              head +
+                  "\tsetAttr \".uvst[0].uvsn\" -type \"string\" \"map1\";setAttr -s 3 "
+                  "\".uvst[0].uvsp\";\n\tsetAttr \".uvst[0].uvsp[0:2]\" -type \"float2\"\n"
+                  " 0.00000 1.00000 0.00000 1.00000 0.00000 1.00000;\n\tsetAttr -s 1 \".fc\";\n"
+                  "\tsetAttr \".fc[0:0]\" -type \"polyFaces\"\n f 3 0 1 2 mu 0 3 0 1 2;\n");
+}
+
 TEST_F(MayaScenes, ThatAreRefusedStayAsTheyWere) {
     const std::string text = "\tsetAttr -s 3 \".fc\";\n";
     for (const char* name : {"VekPostExport", "VekPreImport"}) {

@@ -48,6 +48,31 @@ protected:
         return m_library.call("InitializeVek", text);
     }
 
+    // The ids of the table, and the folders as the file system lists them.
+    std::vector<std::string> table(int count) {
+        std::vector<std::string> found;
+        for (int i = 0; i < count; ++i) {
+            OutText out;
+            m_library.call("GetVekAppId", i, out.block());
+            found.push_back(out.text());
+        }
+        return found;
+    }
+    static std::vector<std::string> listing(std::size_t count) {
+        std::vector<std::string> names(1);
+        FILE* const ls = popen(("ls -U " + Tree::root() + "/VekApps").c_str(), "r");
+        for (int c; ls && (c = std::fgetc(ls)) != EOF;) {
+            if (c == '\n') {
+                names.emplace_back();
+            } else {
+                names.back() += static_cast<char>(c);
+            }
+        }
+        if (ls) pclose(ls);
+        names.resize(count);
+        return names;
+    }
+
     std::set<std::string> ids(int count) {
         std::set<std::string> found;
         for (int i = 0; i < count; ++i) {
@@ -79,27 +104,57 @@ TEST_F(Setup, TakesFoldersWithADescriptorAndNothingElse) {
 TEST_F(Setup, TakesTheFirst32OfFortyApplications) {
     for (int i = 0; i < 40; ++i) m_tree.addApp("App" + std::to_string(i), "NAME x\n");
     EXPECT_EQ(initialize(), 32.0f);
-    EXPECT_EQ(ids(32).size(), 32u);
+    EXPECT_EQ(table(32), listing(32));
     OutText out;
     m_library.call("GetVekAppId", 32.0, out.block());
     EXPECT_TRUE(out.untouched());
 }
 
+TEST_F(Setup, TakesNoDescriptorBesideTheFolders) {
+    writeFile(Tree::root() + "/VekApps/Vek_Info.txt", "NAME x\n");
+    writeFile(Tree::root() + "/Vek_Info.txt", "NAME x\n");
+    EXPECT_EQ(initialize(), 0.0f);
+}
+
+TEST_F(Setup, HasNoApplicationBeforeItIsInitialised) {
+    m_tree.addApp("A", "NAME a\nEXTENSION .vek\n");
+    OutText out;
+    for (const char* name :
+         {"GetVekAppId", "GetVekAppName", "GetVekAppExt", "GetVekAppTamplate", "ReadVekAppPath"}) {
+        EXPECT_EQ(m_library.call(name, 0.0, out.block()), 0.0f) << name;
+    }
+    EXPECT_TRUE(out.untouched());
+    EXPECT_EQ(m_library.call("FindVekApp", "A"), -1.0f);
+    EXPECT_EQ(m_library.call("VekAppIsInstalled", "/x", 0.0), 0.0f);
+}
+
+TEST_F(Setup, TurnsNothingBeforeAnApplicationIsAskedFor) {
+    m_library.call("VekSetExportScale", 1.0);
+    const TempFolder folder;
+    const std::string bytes =
+        ExchangeFile().vertices({1, 2, 3}).faces(20001, {0, 0, 0, 0}).end().bytes();
+    for (const char* name : {"VekPostExport", "VekPreImport"}) {
+        writeFile(folder / "m.vek", bytes);
+        EXPECT_EQ(m_library.call(name, folder / "m.vek"), 0.0f);
+        EXPECT_EQ(readFile(folder / "m.vek"), bytes) << name;
+    }
+}
+
+TEST_F(Setup, MirrorsAboutTheOriginWhereNoOffsetWasSet) {
+    m_tree.addApp("App", "EXTENSION .vek\nEXPORT_FLIP_X 1\nEXPORT_FLIP_Y 1\nEXPORT_FLIP_Z 1\n");
+    initialize();
+    m_library.call("VekSetExportScale", 1.0);
+    m_library.call("GetVekAppIOPrefs", 0.0);
+    const TempFolder folder;
+    writeFile(folder / "m.vek", ExchangeFile().vertices({1, 2, 3}).end().bytes());
+    EXPECT_EQ(m_library.call("VekPostExport", folder / "m.vek"), 0.0f);
+    EXPECT_EQ(floatsAt(readFile(folder / "m.vek"), 48, 3), (std::vector<float>{-1, -2, -3}));
+}
+
 TEST_F(Setup, TakesApplicationsInTheOrderOfTheFolder) {
     for (const char* id : {"b", "C", "a", "Z", "m"}) m_tree.addApp(id, "NAME x\n");
-    std::string listing;
-    FILE* const ls = popen(("ls -U " + Tree::root() + "/VekApps").c_str(), "r");
-    ASSERT_TRUE(ls);
-    for (int c; (c = std::fgetc(ls)) != EOF;) listing += static_cast<char>(c);
-    pclose(ls);
     ASSERT_EQ(initialize(), 5.0f);
-    std::string table;
-    for (int i = 0; i < 5; ++i) {
-        OutText out;
-        m_library.call("GetVekAppId", i, out.block());
-        table += out.text() + "\n";
-    }
-    EXPECT_EQ(table, listing);
+    EXPECT_EQ(table(5), listing(5));
 }
 
 TEST_F(Setup, ForgetsAnApplicationWhoseFolderHasGone) {
@@ -161,16 +216,24 @@ TEST_F(Setup, MakesNoFolderWhereThereIsNoTree) {
 
 TEST_F(Setup, UnlocksTheHubsHelpersOnceInTheirOrder) {
     makeFolders(Tree::hub("VekMakeObjectPath.app"));
+    makeFolders(Tree::hub("VekLocateApp.app"));
     makeFolders(Tree::hub("VekHubFromApp.app"));
-    writeFile(Tree::hub("VekLocateApp.app"), "a file, not a bundle");
     const Recorder xattr("xattr");
     initialize();
-    const std::string once =
-        unlockCall(Tree::hub("VekHubFromApp.app")) + unlockCall(Tree::hub("VekMakeObjectPath.app"));
+    const std::string once = unlockCall(Tree::hub("VekHubFromApp.app")) +
+                             unlockCall(Tree::hub("VekLocateApp.app")) +
+                             unlockCall(Tree::hub("VekMakeObjectPath.app"));
     EXPECT_EQ(xattr.calls(), once);
     EXPECT_EQ(readFile(Tree::hub("Vek_Config.txt")).substr(0, 21), "APPS_UNLOCKED = TRUE\n");
     initialize();
     EXPECT_EQ(xattr.calls(), once);
+}
+
+TEST_F(Setup, UnlocksNoFileWithTheNameOfAHelper) {
+    writeFile(Tree::hub("VekLocateApp.app"), "a file, not a bundle");
+    const Recorder xattr("xattr");
+    initialize();
+    EXPECT_EQ(xattr.calls(), "");
 }
 
 TEST_F(Setup, UnlocksNothingInAHubThatIsMarkedUnlocked) {
@@ -197,6 +260,8 @@ TEST_F(Setup, UnlocksAnApplicationsBundlesQuotedAndByLetterCase) {
     makeFolders(Tree::app("My App", "UPPER.APP"));
     makeFolders(Tree::app("My App", "folder"));
     writeFile(Tree::app("My App", "file.app"), "");
+    ASSERT_EQ(
+        symlink(Tree::app("My App", "folder").c_str(), Tree::app("My App", "link.app").c_str()), 0);
     const Recorder xattr("xattr");
     EXPECT_EQ(initialize(), 1.0f);
     EXPECT_EQ(xattr.calls(), unlockCall(Tree::app("My App", "The Helper.app")));

@@ -172,6 +172,7 @@ TEST_F(MayaMerge, CopiesWhatItDoesNotRecognise) {
     EXPECT_EQ(merged(text), text);
 }
 
+// Required(R63)
 TEST_F(MayaMerge, EndsTheTextAtItsEndLine) {
     EXPECT_EQ(merged("a\nb\n// End of scene.ma\nc\n"), "a\nb\n");
     EXPECT_EQ(merged("a\n \t// END OF x"), "a\n");
@@ -229,6 +230,7 @@ TEST_F(MayaMerge, GoesOnBehindASemicolonOnTheSameLine) {
         squareEdges());
 }
 
+// Required(R64)
 TEST_F(MayaMerge, DoesNotRecogniseWhatOnlyMayaWrites) {
     // A count with its range, and a count with the number of corners.
     const std::string text =

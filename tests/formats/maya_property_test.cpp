@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <random>
@@ -141,6 +142,19 @@ TEST_P(MayaPropertyRandom, HoldsOfTheScenes) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, MayaPropertyRandom, testing::Values(1u, 2u, 3u, 4u));
+
+// The number stands for the text of 300 scenes, merged and split: every build has to write the same.
+TEST_F(MayaProperty, IsTheSameInEveryBuild) {
+    std::mt19937 random(99);
+    std::uint64_t number = 14695981039346656037u;
+    for (int round = 0; round < 300; ++round) {
+        const std::string once = merged(randomMayaScene(random));
+        for (const char c : once + split(once)) {
+            number = (number ^ static_cast<unsigned char>(c)) * 1099511628211u;
+        }
+    }
+    EXPECT_EQ(number, UINT64_C(202169664182882153));
+}
 
 TEST_F(MayaProperty, HoldsOfScenesSavedByMaya) {
     const char* const folder = std::getenv("VEK_MAYA_SCENES");
