@@ -67,7 +67,7 @@ bool BXBinaryFile::readBytes(void* bytes, std::size_t count) const {
 }
 
 // How many of `count` elements to make room for: all, but where they need more memory than the
-// whole file could fill, only those that are left in it. Throws bad_alloc for what no memory of
+// whole file could fill, only those that it could hold. Throws bad_alloc for what no memory of
 // this word size holds.
 int BXBinaryFile::roomFor(int count, int elementSize) const {
     const std::int64_t bytes = std::int64_t{count} * elementSize;
@@ -75,8 +75,7 @@ int BXBinaryFile::roomFor(int count, int elementSize) const {
     struct stat status;
     if (bytes > kAlwaysTaken && fstat(fileno(m_file), &status) == 0 && S_ISREG(status.st_mode) &&
         bytes > status.st_size) {
-        const std::int64_t left = std::max<std::int64_t>(0, status.st_size - ftello(m_file));
-        room = std::min(room, (left + elementSize - 1) / elementSize);
+        room = std::min(room, (status.st_size + elementSize - 1) / elementSize);
     }
     if (room * elementSize > static_cast<std::int64_t>(PTRDIFF_MAX)) throw std::bad_alloc();
     return static_cast<int>(room);
@@ -189,8 +188,10 @@ bool BXBinaryFile::readArray(BXArray<Element>& array) const {
         if (came < bytes) {
             // What was in the array before must not look like elements of the file.
             std::memset(reinterpret_cast<char*>(array.data() + done) + came, 0, bytes - came);
-            array.resize(done + piece);
-            array.resize(room);
+            // A count that the file could explain keeps its elements; of another, what was read.
+            const std::size_t whole = (came + sizeof(Element) - 1) / sizeof(Element);
+            array.resize(done + (room == static_cast<std::size_t>(count) ? piece : whole));
+            if (room == static_cast<std::size_t>(count)) array.resize(room);
             return false;
         }
         done += piece;

@@ -94,12 +94,21 @@ inline bool MayaLoops::next() {
     return true;
 }
 
+struct MayaFaceStatement {
+    std::int64_t begin;
+    std::size_t stored;
+};
+
 struct MayaMesh {
     std::string name;  // of its node; empty in a fragment
     // What a count of any form says, when read for the split; -1 for nothing.
     int saidVertices = -1, saidEdges = -1;
 
     MayaRanges uvRanges, edgeRanges, vertexRanges, faceRanges;
+    // Where the first statement of each thing begins, by the number of the thing's bit; -1: none.
+    std::int64_t firstStatement[4] = {-1, -1, -1, -1};
+    // The statements with faces: where each begins, and where its values do among the stored ones.
+    std::vector<MayaFaceStatement> faceStatements;
     BXArray<BXVector2f> uvs;
     std::vector<int> edges;             // two vertices each
     std::vector<float> vertices;        // three coordinates each

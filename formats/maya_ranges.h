@@ -10,6 +10,8 @@ class MayaRanges {
 public:
     // The number of entries that a count statement says. False when another said otherwise.
     bool declare(int count);
+    // The same where a later statement may say otherwise; the last one counts.
+    void declareAnew(int count) { m_declared = count; }
     // A range of entries whose values begin at `stored` values.
     void begin(int first, int last, std::size_t stored);
 

@@ -11,54 +11,67 @@ namespace {
 // The fewest bytes that a value and its separator take.
 constexpr std::int64_t kLeastValueBytes = 2;
 
-// Room for what a count promises, as far as the text could hold it.
-template <class Values>
-void reserve(Values& values, std::int64_t count, std::int64_t mostByText) {
-    const std::int64_t most = std::min(count, mostByText);
-    if (most > 0) values.reserve(static_cast<std::size_t>(most));
+int numberOf(MayaThing thing) {
+    return __builtin_ctz(thing);
 }
 
 bool isEdge(int reference, std::size_t edges) {
     return static_cast<std::size_t>(reference < 0 ? ~reference : reference) < edges;
 }
 
-bool hasItsEdges(const MayaQuads& quads, std::size_t edges) {
+constexpr std::size_t kNone = SIZE_MAX;
+
+// The place, among the stored values, of a face with an edge that is not there; kNone without one.
+std::size_t faceWithoutEdge(const MayaQuads& quads, std::size_t edges) {
     for (std::size_t slot = 0; slot < quads.edges.size(); ++slot) {
         const int reference = quads.edges[slot];
         const bool isFree = slot % 4 == 3 && reference == MayaQuads::kNoEdge;
-        if (!isFree && !isEdge(reference, edges)) return false;
+        if (!isFree && !isEdge(reference, edges)) return slot;
     }
-    return true;
+    return kNone;
 }
 
-bool hasItsUVs(const MayaQuads& quads, std::size_t uvs) {
-    return std::all_of(quads.uvIndices.begin(), quads.uvIndices.end(), [uvs](int index) {
-        return index < 0 || static_cast<std::size_t>(index) < uvs;
-    });
+std::size_t faceWithoutUV(const MayaQuads& quads, std::size_t uvs) {
+    const auto isMissing = [uvs](int index) {
+        return index >= 0 && static_cast<std::size_t>(index) >= uvs;
+    };
+    const auto& all = quads.uvIndices;
+    const auto found = std::find_if(all.begin(), all.end(), isMissing);
+    return found == all.end() ? kNone : static_cast<std::size_t>(found - all.begin());
 }
 
 // The edges of a scene that the split reads are known by their count alone, if at all.
-bool hasItsEdges(const MayaMesh& mesh) {
-    if (!mesh.edgeRanges.wasDeclared()) return true;
-    const auto edges = static_cast<std::size_t>(mesh.edgeRanges.declared());
+std::size_t faceWithoutEdge(const MayaMesh& mesh) {
+    if (mesh.saidEdges < 0) return kNone;
+    const auto edges = static_cast<std::size_t>(mesh.saidEdges);
     for (MayaLoops loops(mesh.faceRow); loops.next();) {
         for (int corner = 0; corner < loops.corners(); ++corner) {
-            if (!isEdge(loops.edges()[corner], edges)) return false;
+            if (!isEdge(loops.edges()[corner], edges)) {
+                return static_cast<std::size_t>(loops.edges() - mesh.faceRow.items.data());
+            }
         }
     }
-    return true;
+    return kNone;
 }
 
-bool hasItsUVs(const MayaMesh& mesh) {
+std::size_t faceWithoutUV(const MayaMesh& mesh) {
     for (MayaLoops loops(mesh.faceRow); loops.next();) {
         const int* const uvs = loops.uvs();
         for (int corner = 0; uvs && corner < loops.corners(); ++corner) {
             if (uvs[corner] < 0 || static_cast<std::size_t>(uvs[corner]) >= mesh.uvs.size()) {
-                return false;
+                return static_cast<std::size_t>(uvs - mesh.faceRow.items.data());
             }
         }
     }
-    return true;
+    return kNone;
+}
+
+// Where the statement begins that holds the stored value.
+std::int64_t faceStatementAt(const MayaMesh& mesh, std::size_t stored) {
+    const auto next = std::upper_bound(
+        mesh.faceStatements.begin(), mesh.faceStatements.end(), stored,
+        [](std::size_t at, const MayaFaceStatement& s) { return at < s.stored; });
+    return std::prev(next)->begin;
 }
 
 // UVs that no face uses stay as they are.
@@ -71,7 +84,8 @@ void keepUVText(MayaMesh& mesh) {
 
 }  // namespace
 
-MayaReader::MayaReader(const BXFile& file, MayaDialect dialect) : m_in(file), m_dialect(dialect) {}
+MayaReader::MayaReader(const BXFile& file, MayaDialect dialect)
+    : m_in(file), m_dialect(dialect), m_reservable(file.size() / kLeastValueBytes) {}
 
 bool MayaReader::read() {
     m_textEnd = -1;
@@ -122,7 +136,11 @@ MayaMesh& MayaReader::mesh() {
 }
 
 bool MayaReader::refuse(const char* reason) {
-    m_refusal = {reason, m_begin};
+    return refuseAt(m_begin, reason);
+}
+
+bool MayaReader::refuseAt(std::int64_t offset, const char* reason) {
+    m_refusal = {reason, offset};
     return false;
 }
 
@@ -222,11 +240,10 @@ bool MayaReader::recognise(Form& form) {
 
 // Takes '-type "type"' where it comes next. False when another type is named.
 bool MayaReader::takeQuotedType(const char* type, bool& isThere) {
-    m_in.more();
     isThere = m_in.take("-type");
     if (!isThere) return true;
-    m_in.skipSeparators();
-    m_in.more();
+    m_atLineStart = false;
+    skipToData();
     return m_in.take(type);
 }
 
@@ -250,10 +267,13 @@ MayaReader::Found MayaReader::statement() {
     if (!recognise(form)) return Found::NotOurs;
     if (form.first >= 0) {
         const std::int64_t begin = m_begin;
-        const bool sameLine = skipToData();
-        if (!isData(form)) return sameLine ? Found::NotOurs : Found::Passed;
+        m_atLineStart = false;
+        skipToData();
+        if (!isData(form)) return m_atLineStart ? Found::Passed : Found::NotOurs;
         m_begin = begin;
     }
+    std::int64_t& first = mesh().firstStatement[numberOf(form.thing)];
+    if (first < 0) first = m_begin;
     if (form.count >= 0 && !readCount(form)) return Found::Refused;
     if (form.first >= 0 && !readData(form)) return Found::Refused;
     if (!endStatement()) return Found::Refused;
@@ -262,20 +282,17 @@ MayaReader::Found MayaReader::statement() {
     return Found::Passed;
 }
 
-// Moves to the data of a range. Whether they are on the same line; if not, the last line passed is
-// the one at hand, for the case that they are no data.
-bool MayaReader::skipToData() {
-    bool sameLine = true;
+// Moves to the data of a range. Where they are on another line it is the one at hand, for the case
+// that they are no data.
+void MayaReader::skipToData() {
     m_in.skipBlanks();
     while (*m_in.at == '\r' || *m_in.at == '\n') {
-        sameLine = false;
         m_atLineStart = true;
         ++m_in.at;
         m_begin = m_in.offset();
         m_in.skipBlanks();
     }
     m_in.more();
-    return sameLine;
 }
 
 void MayaReader::noteStatement(MayaThing thing) {
@@ -299,28 +316,41 @@ bool MayaReader::endStatement() {
     return true;
 }
 
+// Room for what a count promises. All counts of a scene together get no more than the text could
+// hold values, so that many meshes cannot claim it over and over.
+template <class Values>
+void MayaReader::reserve(Values& values, std::int64_t count) {
+    if (values.capacity() > 0) return;
+    const std::int64_t granted = std::min(count, m_reservable);
+    m_reservable -= granted;
+    values.reserve(static_cast<std::size_t>(granted));
+}
+
 bool MayaReader::readCount(const Form& form) {
-    const std::int64_t left = m_in.bytesLeft();
+    const bool merge = m_dialect == MayaDialect::Merge;
     switch (form.thing) {
         case kMayaUVs:
-            reserve(mesh().uvs, form.count, left / (2 * kLeastValueBytes));
+            reserve(mesh().uvs, form.count);
+            // The merge leaves the count that Maya writes apart from the set's name, and says its own
+            // behind it.
+            if (!merge) {
+                mesh().uvRanges.declareAnew(form.count);
+                return true;
+            }
             return mesh().uvRanges.declare(form.count) || refuse("two different counts of UVs");
         case kMayaEdges:
-            if (m_dialect == MayaDialect::Merge) {
-                reserve(mesh().edges, 2 * std::int64_t{form.count}, left / kLeastValueBytes);
-            }
+            if (merge) reserve(mesh().edges, 2 * std::int64_t{form.count});
             mesh().saidEdges = form.count;
             return mesh().edgeRanges.declare(form.count) || refuse("two different counts of edges");
         case kMayaVertices:
-            reserve(mesh().vertices, 3 * std::int64_t{form.count}, left / kLeastValueBytes);
+            reserve(mesh().vertices, 3 * std::int64_t{form.count});
             return mesh().vertexRanges.declare(form.count) ||
                    refuse("two different counts of vertices");
         case kMayaFaces:
-            if (m_dialect == MayaDialect::Merge) {
-                reserve(mesh().quads.edges, 4 * std::int64_t{form.count}, left / kLeastValueBytes);
+            if (merge) {
+                reserve(mesh().quads.edges, 4 * std::int64_t{form.count});
             } else {
-                reserve(mesh().faceRow.items, 12 * std::int64_t{form.count},
-                        left / kLeastValueBytes);
+                reserve(mesh().faceRow.items, 12 * std::int64_t{form.count});
             }
             return mesh().faceRanges.declare(form.count) || refuse("two different counts of faces");
     }
@@ -453,6 +483,7 @@ bool MayaReader::readQuads(const Form& form) {
     MayaQuads& quads = mesh().quads;
     const std::size_t stored = quads.edges.size();
     mesh().faceRanges.begin(form.first, form.last, stored);
+    mesh().faceStatements.push_back({m_begin, stored});
     const std::size_t slots = stored + static_cast<std::size_t>(4 * count);
     if (slots > static_cast<std::size_t>(INT_MAX)) return refuse("too many faces");
     quads.edges.resize(slots);
@@ -509,6 +540,7 @@ bool MayaReader::readFaceRow(const Form& form) {
     const std::int64_t count = std::int64_t{form.last} - form.first + 1;
     if (!fits(kLeastFaceValues * count)) return false;
     mesh().faceRanges.begin(form.first, form.last, mesh().faceRow.items.size());
+    mesh().faceStatements.push_back({m_begin, mesh().faceRow.items.size()});
     for (std::int64_t face = 0; face < count; ++face) {
         if (!readFace()) return false;
     }
@@ -533,6 +565,7 @@ bool MayaReader::readFace() {
         row.items[at] = loop;
         row.items[at + 1] = corners;
         row.corners += corners;
+        if (row.corners > INT_MAX) return refuse("too many faces");
         if (!readInts(&row.items[at + 2], corners) || !readLists(corners)) return false;
     } while (*m_in.at == 'h');
     return true;
@@ -568,31 +601,36 @@ bool MayaReader::readLists(int corners) {
 // ---- Whole meshes
 
 bool MayaReader::checkMeshes() {
-    for (MayaMesh& mesh : m_meshes) {
-        if (!mesh.statements.empty()) m_begin = mesh.statements.front().begin;
-        if (!checkMesh(mesh)) return false;
-    }
-    return true;
+    return std::all_of(m_meshes.begin(), m_meshes.end(),
+                       [this](MayaMesh& mesh) { return checkMesh(mesh); });
 }
 
 bool MayaReader::checkMesh(MayaMesh& mesh) {
     const bool merge = m_dialect == MayaDialect::Merge;
-    if (!mesh.uvRanges.complete()) return refuse("UVs that do not match their count");
-    if (!mesh.vertexRanges.complete()) return refuse("vertices that do not match their count");
-    if (!mesh.faceRanges.complete()) return refuse("faces that do not match their count");
-    if (merge && !mesh.edgeRanges.complete()) return refuse("edges that do not match their count");
+    const auto incomplete = [&](MayaRanges& ranges, MayaThing thing, const char* reason) {
+        return !ranges.complete() && !refuseAt(mesh.firstStatement[numberOf(thing)], reason);
+    };
+    if (incomplete(mesh.uvRanges, kMayaUVs, "UVs that do not match their count") ||
+        incomplete(mesh.vertexRanges, kMayaVertices, "vertices that do not match their count") ||
+        incomplete(mesh.faceRanges, kMayaFaces, "faces that do not match their count") ||
+        (merge && incomplete(mesh.edgeRanges, kMayaEdges, "edges that do not match their count"))) {
+        return false;
+    }
+    std::size_t bad = merge ? faceWithoutEdge(mesh.quads, mesh.edges.size() / 2)
+                            : faceWithoutEdge(mesh);
+    if (bad != kNone) {
+        return refuseAt(faceStatementAt(mesh, bad), "a face with an edge that is not there");
+    }
+    bad = merge ? faceWithoutUV(mesh.quads, mesh.uvs.size()) : faceWithoutUV(mesh);
+    if (bad != kNone) {
+        return refuseAt(faceStatementAt(mesh, bad), "a face with a UV that is not there");
+    }
     mesh.uvRanges.putInOrder(mesh.uvs);
     mesh.vertexRanges.putInOrder(mesh.vertices);
     mesh.edgeRanges.putInOrder(mesh.edges);
     mesh.faceRanges.putInOrder(mesh.quads.edges);
     mesh.faceRanges.putInOrder(mesh.quads.uvIndices);
     mesh.faceRanges.putInOrder(mesh.faceRow.items);
-    if (!(merge ? hasItsEdges(mesh.quads, mesh.edges.size() / 2) : hasItsEdges(mesh))) {
-        return refuse("a face with an edge that is not there");
-    }
-    if (!(merge ? hasItsUVs(mesh.quads, mesh.uvs.size()) : hasItsUVs(mesh))) {
-        return refuse("a face with a UV that is not there");
-    }
     const bool usesUVs = merge ? !mesh.quads.uvIndices.empty() : mesh.faceRow.usesUVs;
     if (!usesUVs) keepUVText(mesh);
     return true;

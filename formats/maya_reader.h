@@ -56,7 +56,7 @@ private:
 
     void beginNode();
     Found statement();
-    bool skipToData();
+    void skipToData();
     bool readCount(const Form& form);
     bool readData(const Form& form);
     bool readUVs(const Form& form);
@@ -79,7 +79,10 @@ private:
     bool readFloats(float* to, std::int64_t count);
     bool readInts(int* to, int count);
     bool fits(std::int64_t values);
+    template <class Values>
+    void reserve(Values& values, std::int64_t count);
     bool refuse(const char* reason);
+    bool refuseAt(std::int64_t offset, const char* reason);
     bool checkMeshes();
     bool checkMesh(MayaMesh& mesh);
     MayaMesh& mesh();
@@ -91,6 +94,7 @@ private:
     std::string m_name;              // of the node at hand
     bool m_inScope = true;           // in a mesh node, or before the first node
     bool m_atLineStart = true;
+    std::int64_t m_reservable;  // values that memory may still be taken for ahead of them
     std::int64_t m_begin = 0;  // of the statement or line at hand
     std::int64_t m_textEnd = 0;
     Refusal m_refusal;

@@ -1,5 +1,6 @@
 #include "formats/maya_rewrite.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace {
@@ -30,9 +31,11 @@ std::vector<Place> placesOf(const std::vector<MayaMesh>& meshes) {
 // The text between the places, and behind the last one, which the writing would run over.
 class KeptText {
 public:
+    // False when it cannot be read, or is longer than this build can address.
     bool read(const BXFile& file, std::int64_t textEnd, const std::vector<Place>& places) {
         std::int64_t length = 0;
         forEach(textEnd, places, [&](std::int64_t, std::int64_t part) { length += part; });
+        if (length >= static_cast<std::int64_t>(PTRDIFF_MAX)) return false;
         m_text.reset(new char[static_cast<std::size_t>(length) + 1]);
         char* to = m_text.get();
         bool read = true;

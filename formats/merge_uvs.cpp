@@ -29,7 +29,11 @@ bool hasNaN(const BXVector2f& uv) {
 // nothing, are not in it.
 class PointTable {
 public:
-    explicit PointTable(const BXArray<BXVector2f>& points) : m_points(points) {}
+    explicit PointTable(const BXArray<BXVector2f>& points) : m_points(points) {
+        // Where this object lies differs from run to run, so that no file can be made whose points
+        // all fall on one slot. The indexes do not depend on it.
+        m_seed = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(this)) * kMixer;
+    }
 
     // Empties the table for a vertex whose points begin at this one.
     void begin(std::size_t firstPoint) {
@@ -65,15 +69,17 @@ private:
         int point;  // -1: free
     };
 
-    static std::uint64_t hashOf(std::uint64_t key) {
-        key *= 0x9E3779B97F4A7C15u;
-        return key ^ key >> 32;
+    static constexpr std::uint64_t kMixer = 0x9E3779B97F4A7C15u;
+
+    // Every bit of the key reaches every one of the upper bits. Points whose parts have few bits set,
+    // as those of a grid, would crowd the lower ones after a single multiplication.
+    std::uint64_t hashOf(std::uint64_t key) const {
+        key = (key ^ m_seed) * kMixer;
+        return (key ^ key >> 32) * kMixer;
     }
-    static std::uint32_t tagOf(std::uint64_t hash) {
-        return static_cast<std::uint32_t>(hash >> 32);
-    }
+    static std::uint32_t tagOf(std::uint64_t hash) { return static_cast<std::uint32_t>(hash); }
     std::size_t firstSlot(std::uint64_t hash) const {
-        return static_cast<std::size_t>(hash) & (m_slots.size() - 1);
+        return static_cast<std::size_t>(hash >> m_shift);
     }
     std::size_t nextSlot(std::size_t slot) const { return (slot + 1) & (m_slots.size() - 1); }
     const BXVector2f& pointAt(const Slot& slot) const {
@@ -85,6 +91,8 @@ private:
     void grow() {
         constexpr std::size_t kFewest = 64;
         m_slots.assign(std::max(kFewest, 4 * m_slots.size()), Slot{0, -1});
+        m_shift = 64;
+        for (std::size_t size = m_slots.size(); size > 1; size /= 2) --m_shift;
         m_used = 0;
         for (std::size_t point = m_first; point < m_points.size(); ++point) {
             if (hasNaN(m_points[point])) continue;
@@ -99,6 +107,8 @@ private:
     const BXArray<BXVector2f>& m_points;
     std::size_t m_first = 0;    // the first point of the vertex
     std::vector<Slot> m_slots;  // a power of two of them
+    int m_shift = 64;           // leaves of a hash the bits that number the slots
+    std::uint64_t m_seed;
     std::size_t m_used = 0;
 };
 

@@ -11,7 +11,7 @@ constexpr double kShortest2 = 1e-6;
 constexpr double kShortest3d = 1e-24;
 
 // Lengths of float vectors are worked out in double, where their squares neither overflow nor
-// vanish.
+// vanish; the length itself can still be beyond float, and is then infinite.
 float lengthOf(const BXVector2f& v) {
     const double x = v.x, y = v.y;
     return static_cast<float>(std::sqrt(x * x + y * y));
@@ -97,7 +97,8 @@ void BXVector2f::snapToIntegerValues(float tolerance) {
 }
 
 double BXVector3d::normalize() {
-    const double length = std::hypot(x, y, z);
+    // Two of two components: of three, one of them infinite, some libraries make no number.
+    const double length = std::hypot(std::hypot(x, y), z);
     // Required(R71): 1, where the float types give 0.
     if (length < kShortest3d) return 1.0;
     x /= length;

@@ -19,10 +19,6 @@ inline BitWord loadBits(const unsigned char* bytes) noexcept {
     return word;
 }
 
-inline void storeBits(unsigned char* bytes, BitWord word) noexcept {
-    std::memcpy(bytes, &word, sizeof word);
-}
-
 inline int lowestBit(BitWord word) noexcept {
     return __builtin_ctzll(word);
 }

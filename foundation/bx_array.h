@@ -29,3 +29,5 @@ public:
         this->resize(static_cast<std::size_t>(count), T());
     }
 };
+
+static_assert(sizeof(BXArray<int>) == sizeof(std::vector<int>), "the vector is all there is");

@@ -17,7 +17,8 @@
 // Counts and indexes are ints; a negative count is taken as 0. Where no check is mentioned, an
 // index that is negative or beyond the count is the caller's mistake. Another array given as an
 // argument may be this array itself. Nothing throws, except that an allocation that fails passes
-// the allocator's exception on, with the array as it was.
+// the allocator's exception on, with the array as it was; a = b may fail once more, after the array
+// was assigned, at the copy that is its result.
 class BXBoolArray {
 public:
     BXBoolArray() noexcept : m_data(s_empty + 1), m_dataEnd(s_empty + 1) {}

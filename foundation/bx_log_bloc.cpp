@@ -3,7 +3,11 @@
 #include "foundation/bx_log_server.h"
 
 BXLogBloc::~BXLogBloc() {
-    end();
+    try {
+        end();
+    } catch (...) {
+        // No memory for the blanks of the level to go back to: the log stays indented.
+    }
 }
 
 void BXLogBloc::start(int margin) {

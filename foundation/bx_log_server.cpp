@@ -15,9 +15,10 @@ namespace {
 void moveToLevel(long long level) {
     level = std::clamp<long long>(level, INT_MIN, INT_MAX);
     const long long blanks = 2 * level;
+    BXString indentation;
+    indentation.create(blanks < INT_MAX ? static_cast<int>(blanks) : 0, ' ');
     BXLogServer::m_curMarginOffset = static_cast<int>(level);
-    BXLogServer::m_curMarginOffsetString.create(blanks < INT_MAX ? static_cast<int>(blanks) : 0,
-                                                ' ');
+    BXLogServer::m_curMarginOffsetString.swap(indentation);
 }
 
 }  // namespace

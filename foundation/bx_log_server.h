@@ -24,7 +24,7 @@ public:
     static void printLine(BXString format, ...);
 
     // The level moves by n or becomes n. decr and set stop at 0. A level that no int holds becomes
-    // the nearest one.
+    // the nearest one. An allocation that fails passes its exception on and leaves all as it was.
     static void incrMarginOffset(int n);
     static void decrMarginOffset(int n);
     static void setMarginOffset(int n);

@@ -76,6 +76,11 @@ TEST(IndexedSort, TakesCoordinatesWithinTheToleranceForTheSame) {
     EXPECT_EQ(sorted({{0.25f, 2, 0}, {0, 1, 0}, {0.5f, 0, 0}}, 0.25f), (BXArray<int>{1, 2, 0}));
     EXPECT_EQ(sorted({{0.25f, 0, 0}, {0, 0, 0}}, 0.25f), (BXArray<int>{0, 1})) << "the bound is in";
     EXPECT_EQ(sorted({{0.26f, 0, 0}, {0, 0, 0}}, 0.25f), (BXArray<int>{1, 0}));
+    EXPECT_EQ(sorted({{0, 0.25f, 2}, {0, 0, 1}, {0, 0.5f, 0}}, 0.25f), (BXArray<int>{1, 2, 0}));
+    EXPECT_EQ(sorted({{0, 0.25f, 0}, {0, 0, 0}}, 0.25f), (BXArray<int>{0, 1}));
+    EXPECT_EQ(sorted({{0, 0.26f, 0}, {0, 0, 0}}, 0.25f), (BXArray<int>{1, 0}));
+    EXPECT_EQ(sorted({{0, 0, 0.25f}, {0, 0, 0}}, 0.25f), (BXArray<int>{0, 1}));
+    EXPECT_EQ(sorted({{0, 0, 0.26f}, {0, 0, 0}}, 0.25f), (BXArray<int>{1, 0}));
 }
 
 TEST(IndexedSort, MovesNoPoint) {

@@ -6,6 +6,7 @@
 
 #include "bridge/bx_vek.h"
 #include "formats/bx_uv_merge_algo.h"
+#include "tests/formats/maya_random.h"
 #include "tests/support/temp_folder.h"
 
 // A Maya scene on the disk that is merged and split; the flags of BXVek are as they were

@@ -284,6 +284,20 @@ TEST_F(MayaMerge, RecognisesTheLineBehindARangeThatIsNone) {
     EXPECT_EQ(merged(field + "\tsetAttr -s 0 \".ed\";\n"), field + edgeCount(0));
 }
 
+TEST_F(MayaMerge, RecognisesTheLineBehindATypeThatIsCutOff) {
+    for (const char* range : {"\tsetAttr \".fc[0]\" -type\n", "\tsetAttr \".fc[0]\"\n -type \r\n",
+                              "\tsetAttr \".uvst[0].uvsp[0]\" -type\n"}) {
+        const std::string field = range;
+        EXPECT_EQ(merged(field + "\tsetAttr -s 0 \".ed\"  ;\n"), field + edgeCount(0));
+        EXPECT_EQ(merged(field + "// End of x\nafter\n"), field);
+    }
+    // What stands behind the word on its line begins none.
+    const std::string inside = "\tsetAttr \".fc[0]\"\n-type // End of x\n-type setAttr -s 0 \".ed\"  ;\n";
+    EXPECT_EQ(merged(inside), inside);
+    EXPECT_EQ(merged(squareEdges() + "\tsetAttr \".fc[0]\" -type\n\"polyFaces\"\n f 3 0 1 2;\n"),
+              squareEdges() + faceCount(1) + faceRange("0:0", " f 3 0 1 2"));
+}
+
 TEST_F(MayaMerge, WritesAnEmptyThingAsItsCountAlone) {
     EXPECT_EQ(merged("\tsetAttr -s 0 \".ed\"  ;\n\tsetAttr -s 0 \".fc\";\nx"),
               edgeCount(0) + faceCount(0) + "x");

@@ -110,6 +110,7 @@ void expectSplit(const Scene& scene) {
 // 10,000 scenes in four parts that run side by side.
 TEST_P(MayaPropertyRandom, HoldsOfTheScenes) {
     std::mt19937 random(GetParam());
+    int changed = 0;
     for (int round = 0; round < 2500; ++round) {
         SCOPED_TRACE(round);
         const std::string text = randomMayaScene(random);
@@ -129,6 +130,12 @@ TEST_P(MayaPropertyRandom, HoldsOfTheScenes) {
         ASSERT_EQ(merged(apart), once);
         ASSERT_EQ(split(apart), apart);
 
+        const std::string inMayasForm = asMayaWritesIt(text);
+        changed += inMayasForm != text;
+        const std::string fromMaya = merged(inMayasForm);
+        ASSERT_NO_FATAL_FAILURE(
+            expectSameFaces(sceneApart, maya_reference::read(split(fromMaya)), false));
+
         BXVek::s_exportReverse = BXVek::s_importReverse = true;
         const std::string mirrored = merged(text);
         ASSERT_NO_FATAL_FAILURE(expectSameFaces(scene, maya_reference::read(mirrored), true));
@@ -139,6 +146,7 @@ TEST_P(MayaPropertyRandom, HoldsOfTheScenes) {
         BXVek::s_exportReverse = BXVek::s_importReverse = false;
         if (HasFailure()) FAIL() << text;
     }
+    EXPECT_GT(changed, 250);
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, MayaPropertyRandom, testing::Values(1u, 2u, 3u, 4u));
@@ -189,6 +197,12 @@ TEST_F(MayaProperty, HoldsOfScenesSavedByMaya) {
         expectSameEdges(scene, sceneOnce);
         EXPECT_EQ(scene.restOfRest, sceneOnce.restOfRest);
         EXPECT_EQ(merged(once), once);
+        const std::string onceApart = split(once);
+        expectSameFaces(scene, maya_reference::read(onceApart), false);
+        EXPECT_EQ(split(onceApart), onceApart);
+        if (!mergeRefuses(onceApart)) {
+            EXPECT_EQ(merged(split(merged(onceApart))), merged(onceApart));
+        }
     }
     EXPECT_GT(scenes, 0);
 }

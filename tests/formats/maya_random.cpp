@@ -116,3 +116,15 @@ private:
 std::string randomMayaScene(std::mt19937& random) {
     return SceneMaker(random).make();
 }
+
+std::string asMayaWritesIt(std::string text) {
+    const auto replaceAll = [&](const std::string& old, const std::string& with) {
+        for (std::size_t at = 0; (at = text.find(old, at)) != std::string::npos;) {
+            text.replace(at, old.size(), with);
+            at += with.size();
+        }
+    };
+    replaceAll("\"map1\";setAttr -s", "\"map1\";\n\tsetAttr -s");
+    replaceAll(" \".fc\";", " -ch 12 \".fc\";");
+    return text;
+}

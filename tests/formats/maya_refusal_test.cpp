@@ -6,6 +6,7 @@
 #include <string>
 
 #include "tests/formats/maya_fixture.h"
+#include "tests/support/allocation_record.h"
 
 namespace {
 
@@ -42,7 +43,10 @@ TEST_F(MayaRefusal, OfACountThatDiffersFromItsEntries) {
 }
 
 TEST_F(MayaRefusal, OfTwoCountsThatDiffer) {
-    expectRefused(uvCount(1) + uvCount(2) + uvRange("0:1", " 0 0 1 0"));
+    expectRefused(faceCount(2) + withFaces(" f 3 0 1 2") + faceCount(1));
+    expectRefused(edgeCount(4) + squareEdges());
+    expectRefused(uvCount(2) + uvCount(1) + uvRange("0:1", " 0 0 1 0"));
+    EXPECT_TRUE(mergeRefuses(uvCount(1) + uvCount(2) + uvRange("0:1", " 0 0 1 0")));
     expectTaken(uvCount(2) + uvCount(2) + uvRange("0:1", " 0 0 1 0"));
 }
 
@@ -152,6 +156,24 @@ TEST_F(MayaRefusal, TakesNoMemoryForWhatAStatementClaims) {
                faceCount(1) + faceRange("0:0", " f 3 0 1 2 mu 0 3 0 1 2"));
     EXPECT_NE(text.find(" 1.00000 1.00000 0.00000 0.00000 0.00000 0.00000;"), std::string::npos);
     EXPECT_NE(text.find(" f 3 0 1 2 mu 0 3 1 0 2;"), std::string::npos);
+}
+
+TEST_F(MayaRefusal, TakesNoMoreMemoryForTheClaimsOfManyMeshes) {
+    for (const char* claim : {".vt", ".ed", ".fc", ".uvst[0].uvsp"}) {
+        std::string text;
+        for (int i = 0; i < 20000; ++i) {
+            text += "createNode mesh;\n\tsetAttr -s 2000000000 \"" + std::string(claim) + "\";\n";
+        }
+        writeFile(path(), text);
+        AllocationRecord record;
+        const bool merged = BXUVMergeAlgo::mergeUVsInMayaFile(path().c_str());
+        const bool wasSplit = BXUVMergeAlgo::splitUVsInMayaFile(path().c_str());
+        std::size_t bytes = 0;
+        for (const std::size_t size : record.stop()) bytes += size;
+        EXPECT_EQ(readFile(path()), text);
+        EXPECT_FALSE(merged && wasSplit) << claim;
+        EXPECT_LT(bytes, 100 * text.size()) << claim;
+    }
 }
 
 TEST_F(MayaRefusal, OfOneMeshIsOneOfTheScene) {

@@ -180,6 +180,22 @@ TEST_F(MayaSplit, ReadsItsOwnOutputAndThatOfTheMerge) {
     EXPECT_EQ(merged(split(once)), once);
 }
 
+// The merge leaves the count that Maya writes in a line of its own, and says another one behind it.
+TEST_F(MayaSplit, GoesByTheLastOfSeveralCountsOfUVs) {
+    const std::string scene =
+        asMayaWritesIt(uvCount(6) + uvRange("0:5", " 0 0 1 0 0 1 1 0 1 1 0 1") + squareVertices() +
+                       squareEdges() + faceCount(2) +
+                       faceRange("0:1", " f 3 0 1 2 mu 0 3 0 1 2 f 3 3 4 -2 mu 0 3 3 4 5"));
+    const std::string once = merged(scene);
+    EXPECT_NE(once.find("\tsetAttr -s 6 \".uvst"), std::string::npos);
+    EXPECT_NE(once.find(";setAttr -s 4 \".uvst"), std::string::npos);
+    const std::string apart = split(once);
+    EXPECT_EQ(apart.find("\tsetAttr -s 6 \".uvst"), std::string::npos);
+    EXPECT_NE(apart.find(";setAttr -s 6 \".uvst"), std::string::npos);
+    EXPECT_EQ(split(apart), apart);
+    EXPECT_EQ(merged(split(merged(apart))), merged(apart));
+}
+
 TEST_F(MayaSplit, KeepsCarriageReturnsOfTheTextItCopies) {
     EXPECT_EQ(split("createNode mesh;\r\n\tsetAttr -s 1 \".fc[0:0]\" -type \"polyFaces\" \r\n\t\tf "
                     "3 0 1 2;\r\n\tend\r\n"),

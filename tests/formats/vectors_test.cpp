@@ -63,6 +63,9 @@ TEST(Vectors, GiveOneForTheDoubleAndZeroForTheFloatVectorWithoutLength) {
     d = BXVector3d(0, 9e-25, 0);
     EXPECT_EQ(d.normalize(), 1.0);
     EXPECT_EQ(d, BXVector3d(0, 9e-25, 0));
+    d = BXVector3d(0, 1e-24, 0);
+    EXPECT_EQ(d.normalize(), 1e-24) << "the bound is divided by";
+    EXPECT_EQ(d, BXVector3d(0, 1, 0));
     d = BXVector3d(0, 1.1e-24, 0);
     EXPECT_EQ(d.normalize(), 1.1e-24);
     EXPECT_EQ(d, BXVector3d(0, 1, 0));
@@ -85,6 +88,16 @@ TEST(Vectors, OfTwoComponentsAreLeftAloneUpToAMillionth) {
     BXVector2d d(0, 1e-7);
     d.normalize(5.0);
     EXPECT_EQ(d, BXVector2d(0, 1e-7));
+    for (const double length : {5e-7, 1e-6, 1.1e-6, 2e-6}) {
+        const bool isScaled = length > 1e-6;
+        d = BXVector2d(0, length);
+        d.normalize(5.0);
+        EXPECT_EQ(d, BXVector2d(0, isScaled ? 5.0 : length));
+        f = BXVector2f(0, static_cast<float>(length));
+        const float kept = f.y;
+        f.normalize(5.0f);
+        EXPECT_EQ(f, BXVector2f(0, isScaled ? 5.0f : kept));
+    }
 }
 
 TEST(Vectors, AreDividedByTheirLength) {
@@ -139,6 +152,14 @@ TEST(Vectors, LoseTheirPartAlongAnother) {
     BXVector3f f(1, 2, 3);
     EXPECT_TRUE(f.makeOrthogonalTo(BXVector3f(0, 0, 2)));
     EXPECT_EQ(f, BXVector3f(1, 2, -9)) << "nothing normalises the other one";
+    d = BXVector3d(1, 2, 3);
+    EXPECT_TRUE(d.makeOrthogonalTo(BXVector3d(0.6, 0, -0.8)));
+    EXPECT_NEAR(d.x, 1 + 1.8 * 0.6, 1e-12);
+    EXPECT_EQ(d.y, 2);
+    EXPECT_NEAR(d.z, 3 - 1.8 * 0.8, 1e-12);
+    f = BXVector3f(1, 2, 3);
+    EXPECT_TRUE(f.makeOrthogonalTo(BXVector3f(0.5f, -0.5f, 0.25f)));
+    EXPECT_EQ(f, BXVector3f(1 - 0.125f, 2 + 0.125f, 3 - 0.0625f)) << "1 - 2 + 0.75 times";
     BXVector3f unit(0, 1, 0);
     EXPECT_TRUE(unit.makeOrthogonalTo(unit));
     EXPECT_EQ(unit, BXVector3f(0, 0, 0)) << "the other one is itself";
@@ -156,6 +177,9 @@ TEST(Vectors, FindAnOrthogonalOneByTheirSmallestComponent) {
     EXPECT_EQ(of(2, 3, 1), BXVector3f(-3, 2, 0)) << "along z: not x > y, x > z";
     EXPECT_EQ(of(1, 2, 3), BXVector3f(0, -3, 2)) << "along x";
     EXPECT_EQ(of(-1, -1, -1), BXVector3f(0, 1, -1)) << "along x where all are the same";
+    EXPECT_EQ(of(1, -3, 2), BXVector3f(0, -2, -3)) << "along x: the sign does not count";
+    EXPECT_EQ(of(-3, 1, 2), BXVector3f(2, 0, 3)) << "along y";
+    EXPECT_EQ(of(2, 3, -1), BXVector3f(-3, 2, 0)) << "along z";
     BXVector3d d(0, 0, 5);
     d.findOrthogonalVector(d);
     EXPECT_EQ(d, BXVector3d(0, -5, 0));
@@ -178,6 +202,11 @@ TEST(Vectors, SurviveWhatIsNoNumber) {
     v.findOrthogonalVector(out);
     EXPECT_TRUE(std::isnan(v.normalize()));
     EXPECT_NE(v, v);
+    BXVector3d far(INFINITY, 0, 0);
+    EXPECT_EQ(far.normalize(), INFINITY);
+    EXPECT_TRUE(std::isnan(far.x));
+    EXPECT_EQ(far.y, 0.0);
+    EXPECT_EQ(far.z, 0.0);
     BXVector2f w(kNaN, 3.0004f);
     w.snapToIntegerValues(0.001f);
     EXPECT_TRUE(std::isnan(w.x));

@@ -2,22 +2,29 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "foundation/bx_string.h"
 
 namespace {
 
 // Stands for the records that arrays are made anew of.
 struct Record {
-    Record() { ++s_alive; }
+    Record() {
+        ++s_alive;
+        ++s_made;
+    }
     Record(const Record& other) : name(other.name) { ++s_alive; }
     Record& operator=(const Record&) = default;
     ~Record() { --s_alive; }
 
     BXString name = "new";
     static int s_alive;
+    static int s_made;  // by default, not as copies
 };
 
 int Record::s_alive = 0;
+int Record::s_made = 0;
 
 }  // namespace
 
@@ -78,10 +85,13 @@ TEST(BXArray, KeepsAOneElementArrayReversed) {
 
 TEST(BXArray, SwapsTheEndsOfThreeElementsAndLeavesTheMiddleOne) {
     BXArray<BXString> array{"a", "b", "c"};
+    const std::set<const void*> ends{array[0].data(), array[2].data()};
     const char* const middle = array[1].data();
     array.reverse();
     EXPECT_EQ((BXArray<BXString>{"c", "b", "a"}), array);
     EXPECT_EQ(middle, array[1].data());
+    EXPECT_FALSE(ends.count(array[0].data()) && ends.count(array[2].data()))
+        << "the ends are copies, not the old buffers changed about";
 }
 
 TEST(BXArray, ReversesAnEvenNumberOfElements) {
@@ -105,6 +115,16 @@ TEST(BXArray, ReversesElementsThatAreNoStrings) {
     BXArray<int> array{1, 2, 3, 4, 5};
     array.reverse();
     EXPECT_EQ((BXArray<int>{5, 4, 3, 2, 1}), array);
+}
+
+TEST(BXArray, IsMadeAnewOfCopiesOfOneElement) {
+    BXArray<Record> array(5);
+    for (Record& record : array) record.name = "old";
+    Record::s_made = 0;
+    array.reinit(3);
+    EXPECT_EQ(1, Record::s_made);
+    ASSERT_EQ(3u, array.size());
+    for (const Record& record : array) EXPECT_STREQ("new", record.name.c_str());
 }
 
 TEST(BXArray, EmptiesItselfWhenReinitialisedWithZero) {

@@ -389,12 +389,17 @@ TEST(BoolArray, IntersectsIntoTheSmallerCount) {
     EXPECT_EQ(bits.count(), 3);
     EXPECT_EQ(row(bits), "100");
     EXPECT_EQ(bits.data()[1], 1) << "a guard behind the last used byte";
+    BXBoolArray whole(24, true);
+    whole.inter(BXBoolArray(8, true));
+    EXPECT_EQ(whole.data()[1], 1) << "also where the last used byte is whole";
     BXBoolArray shorter = of("11");
     shorter.inter(of("0111"));
     EXPECT_EQ(row(shorter), "01");
     EXPECT_TRUE(guarded(shorter));
+    bits = of("111");
     bits.inter(BXBoolArray());
     EXPECT_EQ(bits.count(), 0);
+    EXPECT_EQ(bits.data()[0], 1) << "the first byte is behind the last used one, which is none";
     BXBoolArray empty;
     empty.inter(of("1"));
     EXPECT_EQ(empty.count(), 0);

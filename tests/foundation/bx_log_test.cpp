@@ -2,15 +2,23 @@
 
 #include <gtest/gtest.h>
 #include <sys/time.h>
+#include <unistd.h>
 
 #include <climits>
+#include <filesystem>
 
 #include "foundation/bx_log_bloc.h"
 #include "foundation/bx_log_server.h"
+#include "os/bx_disk_server.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
-// Each test begins at level 0, as at load.
+const bool initializedAtLoad = BXLogServer::m_initialized;
+const int levelAtLoad = BXLogServer::m_curMarginOffset;
+const bool indentationIsNullAtLoad = BXLogServer::m_curMarginOffsetString.isNull();
+
+// Each test begins at level 0.
 class BXLog : public testing::Test {
 protected:
     void SetUp() override { BXLogServer::setMarginOffset(0); }
@@ -24,6 +32,12 @@ using BXLogServerTest = BXLog;
 using BXLogBlocTest = BXLog;
 
 }  // namespace
+
+TEST_F(BXLogServerTest, IsNotInitialisedAndNotIndentedAtLoad) {
+    EXPECT_FALSE(initializedAtLoad);
+    EXPECT_EQ(levelAtLoad, 0);
+    EXPECT_TRUE(indentationIsNullAtLoad);
+}
 
 TEST_F(BXLogServerTest, RecordsTheWallClockTimeAtInit) {
     for (const bool flag : {false, true}) {
@@ -46,6 +60,9 @@ TEST_F(BXLogServerTest, SharesItsStartTimeWithTheExportedSymbol) {
 
 // Required(R13)
 TEST_F(BXLogServerTest, AcceptsOutputAndDoesNothing) {
+    const TempFolder folder;
+    const BXString before = BXDiskServer::getCurrentPath();
+    ASSERT_EQ(chdir(folder.path().c_str()), 0);
     BXLogServer::setMarginOffset(2);
     BXLogServer::init(true);
     const timeval start = s_startTimeVal;
@@ -60,7 +77,10 @@ TEST_F(BXLogServerTest, AcceptsOutputAndDoesNothing) {
     BXLogServer::printLine(BXString());
     EXPECT_EQ("", testing::internal::GetCapturedStdout());
     EXPECT_EQ("", testing::internal::GetCapturedStderr());
+    ASSERT_EQ(chdir(before.c_str()), 0);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
     EXPECT_EQ(2, level());
+    EXPECT_STREQ("    ", indentation().c_str());
     EXPECT_TRUE(BXLogServer::m_initialized);
     EXPECT_EQ(start.tv_sec, s_startTimeVal.tv_sec);
     EXPECT_EQ(start.tv_usec, s_startTimeVal.tv_usec);
@@ -77,6 +97,8 @@ TEST_F(BXLogServerTest, IndentsByTwoBlanksForEachLevel) {
     EXPECT_STREQ("  ", indentation().c_str());
     BXLogServer::setMarginOffset(0);
     EXPECT_TRUE(indentation().isNull());
+    BXLogServer::setMarginOffset(1000000);
+    EXPECT_EQ(2000000, indentation().length());
 }
 
 TEST_F(BXLogServerTest, StopsAtZeroWhenSetBelow) {
@@ -199,6 +221,7 @@ TEST_F(BXLogBlocTest, IndentsByTwoWithATitleAndTakesBackTheMargin) {
     BXLogBloc bloc;
     bloc.start("header", "title", 2);
     EXPECT_EQ(2, level());
+    EXPECT_STREQ("    ", indentation().c_str());
     bloc.end();
     EXPECT_EQ(0, level());
 

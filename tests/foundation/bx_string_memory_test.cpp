@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "foundation/bx_string.h"
-#include "tests/foundation/allocation_record.h"
+#include "tests/support/allocation_record.h"
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <sys/time.h>
 
 #include <chrono>
+#include <thread>
 
 namespace {
 
@@ -58,6 +59,24 @@ TEST(BXTimeService, TellsTheProcessorTimeOfTheCLibrary) {
     EXPECT_LE(told, after);
 }
 
+TEST(BXTimeService, TellsThousandthsOfTheClocksTicks) {
+    const std::clock_t before = std::clock();
+    const unsigned int told = BXTimeService::getCurTimeInMS();
+    const std::clock_t after = std::clock();
+    EXPECT_LE(static_cast<unsigned int>(before / 1000), told);
+    EXPECT_LE(told, static_cast<unsigned int>(after / 1000));
+}
+
+TEST(BXTimeService, CountsTheWorkOfAllThreads) {
+    const unsigned int before = BXTimeService::getCurTimeInMS();
+    std::thread([] {
+        const std::clock_t start = std::clock();
+        while (std::clock() - start < CLOCKS_PER_SEC / 10) {
+        }
+    }).join();
+    EXPECT_GE(BXTimeService::getCurTimeInMS() - before, 99u);
+}
+
 // Required(R14)
 TEST(BXTimeService, AdvancesWithProcessorTimeOnly) {
     const unsigned int beforeSleep = BXTimeService::getCurTimeInMS();
@@ -77,6 +96,7 @@ TEST(BXTimeService, SleepsForTheMilliseconds) {
     const auto start = WallClock::now();
     BXTimeService::sleep(50);
     EXPECT_GE(millisecondsSince(start), 50);
+    EXPECT_LT(millisecondsSince(start), 1000);
 }
 
 TEST(BXTimeService, SleepsLongerThanASecond) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "tests/formats/maya_random.h"
 #include "tests/fuzz/make_input.h"
@@ -38,6 +39,10 @@ const char* const kWords[] = {";",
                               "\tsetAttr -s 1 \".fc[0:0]\" -type \"polyFaces\"",
                               "\tsetAttr \".uvst[0].uvsp[0:1]\" -type \"float2\" 0 0 1 1;\n",
                               "setAttr -s 0 \".vt\";",
+                              " f 5 0 1 2 3 4",
+                              "\tsetAttr -ch 3 \".fc[0]\" -type \"polyFaces\" f 3 0 1 2 mu 0 3 0 1 2;\n",
+                              "\tsetAttr -s 3 \".uvst[0].uvsp[0:2]\" -type \"float2\" 0 0 1 1 2 2;\n",
+                              "\tsetAttr \".fc[0]\" -type\n",
                               "\0"};
 
 void damage(std::string& text, std::mt19937& random) {
@@ -74,6 +79,7 @@ void damage(std::string& text, std::mt19937& random) {
 
 Input makeInput(std::mt19937& random) {
     std::string text = randomMayaScene(random);
+    if (random() % 3 == 0) text = asMayaWritesIt(std::move(text));
     for (auto times = random() % 4; times > 0; --times) damage(text, random);
     return Input(text.begin(), text.end());
 }

@@ -70,6 +70,24 @@ TEST_F(SceneInfoTool, NamesTheLineOfTheStatementThatIsRefused) {
              "(the statement at line 3)."))
         << m_said;
     EXPECT_TRUE(says("The split (VekPreImport) refuses it: fewer values"));
+    const auto refusedAt = [&](const std::string& reason, int line) {
+        return says("refuses it: " + reason + " (the statement at line " + std::to_string(line) +
+                    ").");
+    };
+    info("createNode mesh;\nx\n\tsetAttr -s 2 \".vt\";\n\tsetAttr \".vt[0]\"\n 0 0 0;\n\ny\n");
+    EXPECT_TRUE(refusedAt("vertices that do not match their count", 3)) << m_said;
+    // The second range of faces is the one to blame.
+    std::string text = kFolded;
+    text.replace(text.rfind(" f 3"), 4, ";\n\tsetAttr \".fc[1]\"\n f 3");
+    text.replace(text.find(".fc[0:1]"), 8, ".fc[0:0]");
+    EXPECT_EQ(info(text), 0) << m_said;
+    std::string withoutUV = text;
+    withoutUV.replace(withoutUV.rfind("5;"), 2, "7;");
+    info(withoutUV);
+    EXPECT_TRUE(refusedAt("a face with a UV that is not there", 14)) << m_said;
+    text.replace(text.rfind("3 4 -2"), 6, "3 9 -2");
+    info(text);
+    EXPECT_TRUE(refusedAt("a face with an edge that is not there", 14)) << m_said;
     // A face that only the split can write.
     EXPECT_EQ(
         info("\tsetAttr -s 1 \".fc\";\n\tsetAttr \".fc[0]\" -type \"polyFaces\" f 5 0 1 2 3 4;\n"),

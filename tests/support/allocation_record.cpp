@@ -1,4 +1,4 @@
-#include "tests/foundation/allocation_record.h"
+#include "tests/support/allocation_record.h"
 
 #include <cstdint>
 #include <cstdio>
