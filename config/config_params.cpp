@@ -38,6 +38,7 @@ int BXGenericConfigFileParser::paramToBoolOrDefault(const char* text) {
     return isOneOf(text, kYes) ? 1 : -1;
 }
 
+// Required(R87): by way of a float, so beyond 2^24 an integer is the float next to it.
 int BXGenericConfigFileParser::paramToInt(const char* text) {
     const float number = paramToFloat(text);
     if (number != number) return 0;

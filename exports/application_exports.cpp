@@ -42,6 +42,7 @@ int findApp(const BXString& id) {
 }
 
 // Whether the location begins with the line, so that a recorded folder holds all that is in it.
+// Required(R86): the line may also end within a name: "/X" holds "/Xtra".
 bool isInstalledAt(const char* begin, const char* end, const BXString& location) {
     if (end - begin > INT_MAX) return false;
     return BXString::cmpNoCase(begin, location.c_str(), static_cast<int>(end - begin)) == 0;

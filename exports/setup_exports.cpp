@@ -5,7 +5,7 @@
 #include "exports/library_state.h"
 #include "os/bx_disk_server.h"
 #include "os/bx_folder.h"
-#include "os/shell.h"
+#include "os/platform.h"
 
 namespace {
 
@@ -15,8 +15,6 @@ constexpr std::size_t kMostApps = 32;
 const char kConfigFile[] = "Vek_Config.txt";
 const char kInfoFile[] = "Vek_Info.txt";
 const char kUnlockedKey[] = "APPS_UNLOCKED";
-// Takes the mark off an application that was downloaded, which keeps it from being started.
-const char kUnlockCommand[] = "xattr -d com.apple.quarantine ";
 
 const char* hostName() {
     return sizeof(void*) == 8 ? "/Dorvia64.app" : "/Dorvia.app";
@@ -36,6 +34,11 @@ void markUnlocked(const BXString& configFile) {
     Parser::replaceTokenInConfigFile(configFile, kUnlockedKey, "TRUE", nullptr);
 }
 
+// Takes the mark off an application that was downloaded, which keeps it from being started.
+void unlock(const BXString& shellPath) {
+    BXPlatform::current().runShellCommand("xattr -d com.apple.quarantine " + shellPath);
+}
+
 void unlockHubHelpers() {
     if (!BXDiskServer::folderExists(BXVek::s_VekHubFolder)) return;
     const BXString configFile = BXVek::getDorviaFile(kConfigFile);
@@ -44,7 +47,7 @@ void unlockHubHelpers() {
                                    "VekMakeObjectPath.app"};
     for (const char* helper : helpers) {
         const BXString path = BXVek::getDorviaFile(helper);
-        if (BXDiskServer::folderExists(path)) bxRunShellCommand(kUnlockCommand + path);
+        if (BXDiskServer::folderExists(path)) unlock(path);
     }
     markUnlocked(configFile);
 }
@@ -57,7 +60,7 @@ void unlockAppHelpers(const BXString& app) {
     while (folder.nextBelow(entry)) {
         const BXString name(entry.name);
         if (!entry.isFolder || !name.endsWith(".app", false)) continue;
-        bxRunShellCommand(kUnlockCommand + ("\"" + BXVek::getAppFile(app, name) + "\""));
+        unlock("\"" + BXVek::getAppFile(app, name) + "\"");
     }
     markUnlocked(configFile);
 }

@@ -11,10 +11,11 @@
  *     integer holds, or that is not a number, is the index -1.
  *  4. A text out is copied whole, with its NUL, into the caller's block. Block sizes are not looked
  *     at (VekAppInstall's is): the caller passes blocks that hold a path. Where there is nothing
- *     to give, the block is left as it was; an empty text is its NUL. A null block is skipped.
+ *     to give, the block is left as it was; an empty text is its NUL, but a recorded path that is
+ *     empty leaves the block too. A null block is skipped.
  *  5. Numbers out are stored in the processor's byte order, without alignment.
  *  6. The result is the only report. No function throws, and a failure leaves files as they were
- *     unless the comment says otherwise.
+ *     unless the comment says otherwise; a file that was missing may be there and empty.
  *  7. Paths may begin with a volume prefix that ends in ':'; the path is then what follows the
  *     first ':', or else the whole, from its first '/' on: "rel/file" is "/file", and "file" stays.
  *  8. Numbers in texts have a point as decimal separator whatever the process's locale.
@@ -69,8 +70,9 @@ VEK_EXPORT(DeclareMacroActivated);
 
 /* ---- Open panel ------------------------------------------------------------------------------ */
 
-/* Not built yet: returns -1. text: passed on to the panel; buffer1: out, the chosen path. Returns
- * 0, or -1 when no path was chosen or buffer1 is null. */
+/* text: the title of the platform's modal open panel, in UTF-8; buffer1: out, the chosen path in
+ * UTF-8. Returns 0, or -1 when no path was chosen or buffer1 is null. On Linux the panel is
+ * zenity's; without that program nothing is chosen. */
 VEK_EXPORT(OpenFileDialog);
 
 /* ---- Object list ----------------------------------------------------------------------------- */
@@ -150,8 +152,8 @@ VEK_EXPORT(GetVekAppTamplate);
 /* value: an application index; buffer1: out, two 32-bit integers: at byte 0 the low 16 bits of the
  * application's switches, at byte 8 the high 16; bytes 4 to 7 stay. For an application with the
  * extension ".Vek" the low 8 bits are reported as 0: VekPostExport and VekPreImport see to these.
- * Makes the application's switches those that the two go by; outside the table, and for null
- * buffer1 too, with no switch set. Returns 0. */
+ * Makes the application's switches those that the two go by, also for a null buffer1; an index
+ * outside the table sets none and reports 0 and 0. Returns 0. */
 VEK_EXPORT(GetVekAppIOPrefs);
 /* text: an application id, in any letter case. Returns its index or -1. */
 VEK_EXPORT(FindVekApp);
@@ -169,24 +171,32 @@ VEK_EXPORT(WriteVekAppPath);
  * is there, else 0. */
 VEK_EXPORT(IsAppPathValid);
 /* text: a location, value: an application index. Returns 1 when the application's
- * "Vek_InstallList.txt" has a line that the location begins with, in any letter case, else 0. */
+ * "Vek_InstallList.txt" has a line that the location begins with, in any letter case, else 0. The
+ * line "/X" also holds "/Xtra". */
 VEK_EXPORT(VekAppIsInstalled);
 
-/* ---- Running applications: not built yet, every one gives its failure result -------------------
- */
+/* ---- Running applications -------------------------------------------------------------------- */
+/* Commands and programs are run by the shell and waited for, a bundle (a path that ends in ".app")
+ * is launched and not waited for. On Linux a bundle is a folder with Contents/Info.plist and an
+ * executable in Contents/MacOS. */
 
-/* text: a location, value: an application index; buffer1, buffer1Size: out, what went wrong, cut to
- * the size. Runs the application's INIT_COMMAND as administrator and waits, some 30 seconds at
- * most, for its "Vek_InstallLog.txt". Returns 0 installed; 1 failed. */
+/* text: a location, value: an application index. Runs the application's INIT_COMMAND as administrator
+ * and waits, some 30 seconds at most, for its "Vek_InstallLog.txt". When that is empty adds the
+ * location to "Vek_InstallList.txt" and returns 0; otherwise 1. buffer1, buffer1Size: out, what the
+ * log says, at most buffer1Size - 1 bytes; the NUL goes into the block's last byte, so the block is
+ * to be zeroed before. Where no log came it is a message of 221 bytes with its NUL, whatever the
+ * size. Null buffer1 or a size below 1 gets no text. */
 VEK_EXPORT(VekAppInstall);
 /* text: a bundle path. Returns 1 when a process of the bundle is running, else 0. */
 VEK_EXPORT(VekAppIsRunning);
-/* text: the path of an application or a program; buffer1: its arguments as one text. Returns 0,
- * whatever happens. */
+/* text: the path of a bundle, a ".sh" script or a program; buffer1: in, one argument, none when null
+ * or empty. Returns 0, whatever happens. */
 VEK_EXPORT(OpenVekApplication);
 /* text: "LOCATE_COMMAND", "INIT_COMMAND" or "EDIT_COMMAND" in any letter case, value: an
- * application index. Runs the command of the application's descriptor, as the user or as
- * administrator. Return 0 once it was handed on, -1 for another key or an empty command. */
+ * application index. Runs the command of the application's descriptor: the file of that name in the
+ * application's folder, with what stands from the first double quote on as its one argument. As the
+ * user, or by osascript, which asks for an administrator's password. Return 0 once it was handed
+ * on, whatever becomes of it; -1 for another key or an empty command. */
 VEK_EXPORT(CallVekAppCommand);
 VEK_EXPORT(CallVekAppCommandAsAdmin);
 
@@ -194,7 +204,8 @@ VEK_EXPORT(CallVekAppCommandAsAdmin);
 /* text: the path of a key/value file, buffer1: a key, in any letter case. */
 
 /* buffer2: out, the value: as text without its enclosing double quotes, as a 32-bit integer 0 or 1,
- * as a 32-bit integer (cut toward zero), as a 32-bit float. An empty value leaves buffer2 as it
+ * as a 32-bit integer (read as a float, so exact up to 2^24, and cut toward zero), as a 32-bit
+ * float. An empty value leaves buffer2 as it
  * was. Return 1 when the key was found, else 0. */
 VEK_EXPORT(ReadConfigPrefAsString);
 VEK_EXPORT(ReadConfigPrefAsBool);
@@ -202,8 +213,8 @@ VEK_EXPORT(ReadConfigPrefAsInt);
 VEK_EXPORT(ReadConfigPrefAsFloat);
 /* buffer2: in, the value: text, a 32-bit integer (not 0 is TRUE), a 32-bit integer, a 32-bit float.
  * The line KEY = value becomes the first of the file, older lines of the key go, a missing file is
- * created. Return 1 when the key was there before, else 0; whether the file could be written does
- * not show. A null buffer2 writes the empty text as text; as a number it writes nothing and returns
+ * created; one that is there and cannot be read stays. Return 1 when the key was there before, else
+ * 0; whether the file could be written does not show. A null buffer2 writes the empty text as text; as a number it writes nothing and returns
  * 0. */
 VEK_EXPORT(WriteConfigPrefAsString);
 VEK_EXPORT(WriteConfigPrefAsBool);

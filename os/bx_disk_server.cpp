@@ -14,9 +14,10 @@ std::FILE* const BXDiskServer::s_invalidFile = nullptr;
 namespace {
 
 constexpr std::int64_t kTextLimit = 4096;
+constexpr std::size_t kListCapacity = 1024;
 
 // Required(R20): the type is told by single bits of the mode, so a socket, which has both, counts
-// as a file and as a folder.
+// as a file and as a folder, and a block device, which has one, as a folder.
 constexpr unsigned int kRegularBit = 0x8000;
 constexpr unsigned int kFolderBit = 0x4000;
 
@@ -170,12 +171,13 @@ bool BXDiskServer::readFileAsStringLines(const BXString& path, BXArray<BXString>
     const char* const textEnd = bytes.get() + (size > 0 ? size + 1 : 0);
 
     BXArray<BXString> collected;
+    collected.reserve(kListCapacity);
     const char* lineFeed = firstOf(bytes.get(), textEnd, '\n');
-    const char* end;
-    for (const char* begin = bytes.get(); begin < textEnd; begin = end + 1) {
-        end = endOfLine(begin, textEnd, lineFeed);
+    for (const char* begin = bytes.get(); begin < textEnd;) {
+        const char* const end = endOfLine(begin, textEnd, lineFeed);
         collected.emplace_back();
         collected.back().create(begin, end);
+        begin = end < textEnd ? end + 1 : textEnd;
     }
     lines.swap(collected);
     return true;

@@ -38,22 +38,24 @@ bool removeDoomed(const Doomed& doomed) {
 
 // What deleteDirectory scans and what it looks for there.
 struct DeletePlan {
-    BXString folder;  // empty for the root
-    BXString filter;
-    bool whole;  // the folder itself with all that is in it; no filter
+    enum Kind { WholeFolder, Link, Matches };
+
+    Kind kind;
+    BXString path;    // the folder to scan, empty for the root; or the link
+    BXString filter;  // of Matches
 };
 
 DeletePlan planForEntry(const BXString& path) {
     const int separator = path.findLastCharOf("/\\");
     const BXString last = path.subString(separator + 1);
     // Required(R29): a path that is no folder is a filter like any other, so it matches in any
-    // letter case and, recursively, also further down. "x" lies in the working folder, "/x" in the
-    // root.
-    return {separator < 0 ? BXString(".") : path.subString(0, separator), last, false};
+    // letter case and, recursively, also further down.
+    const BXString folder = separator < 0 ? BXString(".") : path.subString(0, separator);
+    return {DeletePlan::Matches, folder, last};
 }
 
 DeletePlan planOf(const BXString& path) {
-    DeletePlan entry = planForEntry(path);
+    const DeletePlan entry = planForEntry(path);
     if (entry.filter.findFirstCharOf("*?") >= 0) return entry;
     int end = path.length();
     while (end > 1 && path[end - 1] == '/') --end;
@@ -61,25 +63,29 @@ DeletePlan planOf(const BXString& path) {
     const BXString named = path.subString(0, end);
     struct stat status;
     if (lstat(named.c_str(), &status) != 0) return entry;
-    if (S_ISDIR(status.st_mode)) return {path, BXString(), true};
-    return S_ISLNK(status.st_mode) ? planForEntry(named) : entry;
+    if (S_ISDIR(status.st_mode)) return {DeletePlan::WholeFolder, path, BXString()};
+    // Not by a filter: the name of a link can look like one.
+    if (S_ISLNK(status.st_mode)) return {DeletePlan::Link, named, BXString()};
+    return entry;
 }
 
 // Everything that the plan dooms, folders before what is in them.
-BXArray<Doomed> findDoomed(const BXString& path, const DeletePlan& plan, bool recursive) {
+BXArray<Doomed> findDoomed(const DeletePlan& plan, bool recursive) {
+    if (plan.kind == DeletePlan::Link) return {{plan.path, false}};
+    const bool all = plan.kind == DeletePlan::WholeFolder;
     BXArray<Doomed> doomed;
     BXArray<BXString> folders;
     doomed.reserve(kListCapacity);
     folders.reserve(kListCapacity);
-    if (plan.whole) doomed.push_back({path, true});
-    folders.push_back(plan.folder);
+    if (all) doomed.push_back({plan.path, true});
+    folders.push_back(plan.path);
     for (std::size_t i = 0; i < folders.size(); ++i) {
         const BXString scanned(std::move(folders[i]));
         BXFolder folder(scanned.isEmpty() ? "/" : scanned.c_str());
         BXFolder::Entry entry;
         while (folder.nextBelow(entry)) {
             const bool enter = recursive && entry.isFolder;
-            const bool remove = plan.whole || fileNameMatchFilter(entry.name, plan.filter.c_str());
+            const bool remove = all || fileNameMatchFilter(entry.name, plan.filter.c_str());
             if (enter) folders.push_back(joined(scanned, entry.name));
             if (remove) doomed.push_back({joined(scanned, entry.name), entry.isFolder});
         }
@@ -119,32 +125,32 @@ struct StreamCloser {
 };
 using Stream = std::unique_ptr<std::FILE, StreamCloser>;
 
-bool copyBlocks(const BXFile& source, std::FILE* target) {
+// `block` holds kCopyBlock bytes.
+bool copyBlocks(const BXFile& source, std::FILE* target, char* block) {
     std::setvbuf(target, nullptr, _IONBF, 0);
-    const std::unique_ptr<char[]> block(new char[kCopyBlock]);
     const std::int64_t size = source.size();
     std::int64_t done = 0;
-    while (const std::size_t came = source.readAt(done, block.get(), kCopyBlock)) {
-        if (std::fwrite(block.get(), 1, came, target) != came) return false;
+    while (const std::size_t came = source.readAt(done, block, kCopyBlock)) {
+        if (std::fwrite(block, 1, came, target) != came) return false;
         done += static_cast<std::int64_t>(came);
     }
     return done >= size;
 }
 
-bool copyTo(const BXFile& source, Stream target, const char* path) {
+bool copyTo(const BXFile& source, Stream target, const char* path, char* block) {
     if (!target) return false;
-    const bool copied = copyBlocks(source, target.get());
+    const bool copied = copyBlocks(source, target.get(), block);
     const bool closed = std::fclose(target.release()) == 0;
     if (copied && closed) return true;
     std::remove(path);
     return false;
 }
 
-}  // namespace
-
-bool BXDiskServer::searchFileList(BXArray<BXString>& found, const BXString& filter,
-                                  const BXString& folder, int depth, int stopLevels) {
+// As BXDiskServer::searchFileList; `filter` and `folder` are not in `found`.
+bool search(BXArray<BXString>& found, const BXString& filter, const BXString& folder, int depth,
+            int stopLevels) {
     BXArray<BXString> below;
+    below.reserve(kListCapacity);
     bool any = false;
     {
         BXFolder entries(folder.c_str());
@@ -163,15 +169,23 @@ bool BXDiskServer::searchFileList(BXArray<BXString>& found, const BXString& filt
     }
     if (any && stopLevels > 0) return true;
     for (const BXString& next : below) {
-        if (!searchFileList(found, filter, next, depth - 1, stopLevels - 1)) continue;
+        if (!search(found, filter, next, depth - 1, stopLevels > 0 ? stopLevels - 1 : 0)) continue;
         any = true;
         if (stopLevels > 0) return true;
     }
     return any;
 }
 
+}  // namespace
+
+bool BXDiskServer::searchFileList(BXArray<BXString>& found, const BXString& filter,
+                                  const BXString& folder, int depth, int stopLevels) {
+    // Copies, for the caller may go on from what was found before.
+    return search(found, BXString(filter), BXString(folder), depth, stopLevels);
+}
+
 bool BXDiskServer::deleteDirectory(const BXString& path, bool recursive, bool) {
-    const BXArray<Doomed> doomed = findDoomed(path, planOf(path), recursive);
+    const BXArray<Doomed> doomed = findDoomed(planOf(path), recursive);
     bool all = !doomed.empty();
     for (std::size_t i = doomed.size(); i-- > 0;) all = removeDoomed(doomed[i]) && all;
     return all;
@@ -183,10 +197,12 @@ bool BXDiskServer::copyFile(const BXString& from, const BXString& to) {
     const BXFile file(source, BXFile::Access::Read);
     // Opening the target would empty the source.
     if (!file.isOpen() || !target || isSameFile(source, target)) return false;
+    // Taken before the target is emptied, so that a copy that has no memory changes nothing.
+    const std::unique_ptr<char[]> block(new char[kCopyBlock]);
     Stream stream(BXFile::openStream(target, "wb"));
-    if (stream) return copyTo(file, std::move(stream), target);
+    if (stream) return copyTo(file, std::move(stream), target, block.get());
     const int separator = to.findLastCharOf("/\\");
     if (separator < 1) return false;
     const WritableFolder folder(to.subString(0, separator));
-    return copyTo(file, Stream(BXFile::openStream(target, "wb")), target);
+    return copyTo(file, Stream(BXFile::openStream(target, "wb")), target, block.get());
 }

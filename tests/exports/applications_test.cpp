@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -109,6 +110,13 @@ TEST_F(Applications, WithTheExchangeFilesExtensionReportNoFlipsAndSwitches) {
     const Prefs other = prefs(index("Other"));
     EXPECT_EQ(other.low, 0);
     EXPECT_EQ(other.high, 0);
+    m_tree.addApp("Fourth",
+                  "EXTENSION .vek\nIMPORT_FLIP_X 1\nIMPORT_FLIP_NORMALS 1\n"
+                  "EXPORT_SWITCH_YZ 1\nNORMAL_MAP_FLIP_VERT 1\n");
+    ASSERT_EQ(m_library.call("InitializeVek", "/Applications"), 4.0f);
+    const Prefs fourth = prefs(index("Fourth"));
+    EXPECT_EQ(fourth.low, 256) << "only the low eight bits go";
+    EXPECT_EQ(fourth.high, 2);
 }
 
 TEST_F(Applications, ReverseFacesWhereAnOddNumberOfMirrorsIsSet) {
@@ -142,11 +150,13 @@ TEST_F(Applications, ReverseFacesByTheParityOfEverySetOfMirrors) {
 
 TEST_F(Applications, OutsideTheTableResetTheSwitchesAndReportNone) {
     addApps();
-    prefs(index("Maya"));
-    const Prefs none = prefs(9.0);
-    EXPECT_EQ(none.low, 0);
-    EXPECT_EQ(none.high, 0);
-    EXPECT_EQ(winding(), "kept kept ");
+    for (const double outside : {9.0, 3.0, -1.0}) {
+        prefs(index("Maya"));
+        const Prefs none = prefs(outside);
+        EXPECT_EQ(none.low, 0);
+        EXPECT_EQ(none.high, 0);
+        EXPECT_EQ(winding(), "kept kept ") << outside;
+    }
 }
 
 TEST_F(Applications, TakeUpTheirSwitchesWithoutABlockToReportTo) {
@@ -164,6 +174,15 @@ TEST_F(Applications, AreFoundByTheirIdInAnyLetterCase) {
     EXPECT_EQ(m_library.call("FindVekApp", ""), -1.0f);
 }
 
+TEST_F(Applications, AreFoundByTheFirstIdThatMatches) {
+    m_tree.addApp("maya", "NAME a\n");
+    m_tree.addApp("MAYA", "NAME b\n");
+    ASSERT_EQ(m_library.call("InitializeVek", "/Applications"), 2.0f);
+    EXPECT_EQ(m_library.call("FindVekApp", "Maya"), 0.0f);
+    writeFile(Tree::hub("Vek_Application.txt"), "Maya");
+    EXPECT_EQ(m_library.call("GetVekAppIndex"), 0.0f);
+}
+
 TEST_F(Applications, AreSelectedInTheHubsFile) {
     addApps();
     EXPECT_EQ(m_library.call("SetVekAppIndex", index("Third")), 0.0f);
@@ -173,10 +192,12 @@ TEST_F(Applications, AreSelectedInTheHubsFile) {
 
 TEST_F(Applications, AreNotSelectedByAnIndexOutsideTheTable) {
     addApps();
-    m_library.call("SetVekAppIndex", 0.0);
-    EXPECT_EQ(m_library.call("SetVekAppIndex", -1.0), 0.0f);
-    EXPECT_EQ(readFile(Tree::hub("Vek_Application.txt")), "");
-    EXPECT_EQ(m_library.call("GetVekAppIndex"), -1.0f);
+    for (const double outside : {-1.0, 3.0, 1e300, std::nan("")}) {
+        m_library.call("SetVekAppIndex", 0.0);
+        EXPECT_EQ(m_library.call("SetVekAppIndex", outside), 0.0f);
+        EXPECT_EQ(readFile(Tree::hub("Vek_Application.txt")), "") << outside;
+        EXPECT_EQ(m_library.call("GetVekAppIndex"), -1.0f);
+    }
 }
 
 TEST_F(Applications, AreSelectedByWhatTheFileHoldsNow) {
@@ -189,7 +210,8 @@ TEST_F(Applications, AreSelectedByWhatTheFileHoldsNow) {
                  {"MAYA\n\n\t", maya},
                  {"Maya ", -1.0f},
                  {"Gone", -1.0f},
-                 {std::string(4097, 'x'), -1.0f},
+                 {"Maya" + std::string(4092, '\n'), maya},
+                 {"Maya" + std::string(4093, '\n'), -1.0f},
                  {std::string("Maya\0x", 6), maya}};
     for (const auto& it : cases) {
         writeFile(Tree::hub("Vek_Application.txt"), it.file);
@@ -216,6 +238,18 @@ TEST_F(Applications, WithAnEmptyRecordedPathLeaveTheBlock) {
     OutText out;
     EXPECT_EQ(m_library.call("ReadVekAppPath", index("Maya"), out.block()), 1.0f);
     EXPECT_TRUE(out.untouched());
+}
+
+TEST_F(Applications, KeepAnEmptyPathToo) {
+    addApps();
+    for (const char* none : {"", static_cast<const char*>(nullptr)}) {
+        m_library.call("WriteVekAppPath", "/A/B.app", index("Maya"));
+        m_library.call("WriteVekAppPath", none, index("Maya"));
+        OutText out;
+        EXPECT_EQ(m_library.call("ReadVekAppPath", index("Maya"), out.block()), 1.0f);
+        EXPECT_TRUE(out.untouched());
+    }
+    EXPECT_EQ(readFile(Tree::app("Maya", "Vek_Config.txt")).find("PATH = \"\""), 0u);
 }
 
 TEST_F(Applications, OutsideTheTableKeepNoPath) {
@@ -256,6 +290,15 @@ TEST_F(Applications, AreInstalledWhereALineOfTheirListBeginsTheLocation) {
     EXPECT_EQ(installed("", "/Applications/X"), 0.0f);
     EXPECT_EQ(installed("/Applications/X\n", ""), 0.0f);
     EXPECT_EQ(installed("/Applications/Xtra", "/Applications/X"), 0.0f);
+    EXPECT_EQ(installed("/other\r/Applications/X\r", "/Applications/X"), 1.0f);
+}
+
+// Required(R86)
+TEST_F(Applications, AreInstalledAlsoWhereTheLineEndsWithinAName) {
+    addApps();
+    writeFile(Tree::app("Maya", "Vek_InstallList.txt"), "/Applications/X\n");
+    EXPECT_EQ(m_library.call("VekAppIsInstalled", "/Applications/Xtra", index("Maya")), 1.0f);
+    EXPECT_EQ(m_library.call("VekAppIsInstalled", "/Applications/Y", index("Maya")), 0.0f);
 }
 
 TEST_F(Applications, AreNotInstalledWithoutAListOrAnIndex) {

@@ -97,6 +97,53 @@ TEST_F(Preferences, WriteATextAsItStands) {
     EXPECT_EQ(readFile(file()), "K = a \"b\" = c\n");
 }
 
+TEST_F(Preferences, KeepATextOfAnyLength) {
+    std::string longText;
+    while (longText.size() < 5000) longText += "100%s %n ";
+    longText += '.';
+    EXPECT_EQ(writeText("k", longText), 0.0f);
+    EXPECT_EQ(readFile(file()), "K = " + longText + "\n");
+    OutText text;
+    EXPECT_EQ(m_library.preference("ReadConfigPrefAsString", file(), "k", text.block()), 1.0f);
+    EXPECT_EQ(text.text(), longText);
+}
+
+TEST_F(Preferences, WriteTheEmptyTextForANullBlock) {
+    EXPECT_EQ(m_library.preference("WriteConfigPrefAsString", file(), "s", nullptr), 0.0f);
+    EXPECT_EQ(readFile(file()), "S = \n");
+}
+
+TEST_F(Preferences, TakeANullKeyForTheEmptyOne) {
+    std::string value = "v";
+    std::string path = file();
+    writeFile(path, "a = 1\n");
+    const auto write = reinterpret_cast<VekExport>(m_library.symbol("WriteConfigPrefAsString"));
+    const float withNull = write(path.data(), 0.0, nullptr, 0, value.data(), 0, nullptr);
+    const std::string afterNull = readFile(path);
+    writeFile(path, "a = 1\n");
+    EXPECT_EQ(writeText("", "v"), withNull);
+    EXPECT_EQ(readFile(path), afterNull);
+    EXPECT_EQ(afterNull.substr(0, 5), " = v\n");
+}
+
+TEST_F(Preferences, ReadAnyOtherWordAsTrue) {
+    writeFile(file(), "a = maybe\n");
+    std::int32_t value = 77;
+    EXPECT_EQ(read("ReadConfigPrefAsBool", "a", value), 1.0f);
+    EXPECT_EQ(value, 1);
+}
+
+// Required(R87)
+TEST_F(Preferences, ReadAnIntegerAsTheFloatNextToIt) {
+    write("WriteConfigPrefAsInt", "a", 16777217);
+    write("WriteConfigPrefAsInt", "b", 16777216);
+    std::int32_t value = 0;
+    EXPECT_EQ(read("ReadConfigPrefAsInt", "a", value), 1.0f);
+    EXPECT_EQ(value, 16777216);
+    EXPECT_EQ(read("ReadConfigPrefAsInt", "b", value), 1.0f);
+    EXPECT_EQ(value, 16777216);
+}
+
 TEST_F(Preferences, WriteATruthAsAWord) {
     write("WriteConfigPrefAsBool", "a", 0);
     EXPECT_EQ(readFile(file()), "A = FALSE\n");

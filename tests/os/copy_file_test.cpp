@@ -4,9 +4,22 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <vector>
+
 #include "os/bx_disk_server.h"
 #include "tests/os/disk_text.h"
 #include "tests/os/full_disk.h"
+#include "tests/support/permissions.h"
+
+// The modes that files and folders were given in the running test; the linker sends calls of chmod
+// here.
+static std::vector<mode_t> s_modes;
+extern "C" int __real_chmod(const char* path, mode_t mode);
+extern "C" int __wrap_chmod(const char* path, mode_t mode);
+int __wrap_chmod(const char* path, mode_t mode) {
+    s_modes.push_back(mode);
+    return __real_chmod(path, mode);
+}
 
 namespace {
 
@@ -85,6 +98,12 @@ TEST(CopyFile, RejectsAFileOntoItself) {
     EXPECT_EQ(readFile(folder / "a"), "old");
 }
 
+TEST(CopyFile, CopiesAFileThatDoesNotTellItsSize) {
+    TempFolder folder;
+    EXPECT_TRUE(copy("/proc/self/status", folder / "b"));
+    EXPECT_NE(readFile(folder / "b").find("Pid:"), std::string::npos);
+}
+
 TEST(CopyFile, RestoresTheModeOfAFolderWhenTheTargetStillCannotBeWritten) {
     TempFolder folder;
     writeFile(folder / "a", "new");
@@ -95,15 +114,61 @@ TEST(CopyFile, RestoresTheModeOfAFolderWhenTheTargetStillCannotBeWritten) {
     ASSERT_EQ(chmod((folder / "x").c_str(), 0755), 0);
 }
 
-TEST(CopyFile, WritesIntoAReadOnlyFolderAndRestoresItsMode) {
-    TempFolder folder;
-    writeFile(folder / "a", "new");
-    makeFolders(folder / "x");
-    ASSERT_EQ(chmod((folder / "x").c_str(), 0555), 0);
+// A folder "x" that may not be written until the test ends, and a file "a" beside it.
+class CopyFileReadOnly : public testing::Test {
+protected:
+    CopyFileReadOnly() {
+        writeFile(folder / "a", "new");
+        makeFolders(folder / "x/y");
+        EXPECT_EQ(chmod((folder / "x/y").c_str(), 0750), 0);
+        EXPECT_EQ(chmod((folder / "x").c_str(), 0555), 0);
+        s_modes.clear();
+    }
+    ~CopyFileReadOnly() override { EXPECT_EQ(chmod((folder / "x").c_str(), 0755), 0); }
+
+    const TempFolder folder;
+    const ObeyPermissions obey;
+};
+
+TEST_F(CopyFileReadOnly, WritesIntoItAndRestoresItsMode) {
     EXPECT_TRUE(copy(folder / "a", folder / "x/b"));
     EXPECT_EQ(modeOf(folder / "x"), 0555);
-    ASSERT_EQ(chmod((folder / "x").c_str(), 0755), 0);
     EXPECT_EQ(readFile(folder / "x/b"), "new");
+}
+
+TEST_F(CopyFileReadOnly, IsMadeWritableForEverybodyForTheMoment) {
+    EXPECT_TRUE(copy(folder / "a", folder / "x/b"));
+    EXPECT_EQ(s_modes, (std::vector<mode_t>{0777, 0555}));
+}
+
+// "x/y\\b" is a file of x here, but its folder is taken to be x/y.
+TEST_F(CopyFileReadOnly, IsThatBeforeABackslashToo) {
+    EXPECT_FALSE(copy(folder / "a", folder / "x/y\\b"));
+    EXPECT_EQ(s_modes, (std::vector<mode_t>{0772, 0750}));
+    EXPECT_EQ(modeOf(folder / "x/y"), 0750);
+}
+
+// The volume is dropped from the target and not from its folder, which so is not found.
+TEST_F(CopyFileReadOnly, StaysAsItIsBehindAVolumePrefix) {
+    EXPECT_FALSE(copy(folder / "a", "Disk:" + (folder / "x/b")));
+    EXPECT_FALSE(fileIsThere(folder / "x/b"));
+    EXPECT_EQ(modeOf(folder / "x"), 0555);
+}
+
+TEST_F(CopyFileReadOnly, StaysAsItIsForANameAlone) {
+    EXPECT_EQ(chdir((folder / "x").c_str()), 0);
+    const bool copied = copy(folder / "a", "b");
+    EXPECT_EQ(chdir("/"), 0);
+    EXPECT_FALSE(copied);
+    EXPECT_TRUE(s_modes.empty());
+}
+
+TEST_F(CopyFileReadOnly, LosesAPartialTarget) {
+    writeFile(folder / "a", bytesOf(3000000));
+    EXPECT_TRUE(whereFilesEndAt(2000000, [&] { return !copy(folder / "a", folder / "x/b"); }));
+    EXPECT_FALSE(fileIsThere(folder / "x/b"));
+    EXPECT_EQ(modeOf(folder / "x"), 0555);
+    EXPECT_TRUE(whereFilesEndAt(3000000, [&] { return copy(folder / "a", folder / "x/b"); }));
 }
 
 TEST(CopyFile, RemovesAPartialTarget) {
@@ -111,17 +176,6 @@ TEST(CopyFile, RemovesAPartialTarget) {
     writeFile(folder / "a", bytesOf(3000000));
     EXPECT_TRUE(whereFilesEndAt(2000000, [&] { return !copy(folder / "a", folder / "b"); }));
     EXPECT_FALSE(fileIsThere(folder / "b"));
-}
-
-TEST(CopyFile, RemovesAPartialTargetFromAReadOnlyFolderToo) {
-    TempFolder folder;
-    writeFile(folder / "a", bytesOf(3000000));
-    makeFolders(folder / "x");
-    ASSERT_EQ(chmod((folder / "x").c_str(), 0555), 0);
-    EXPECT_TRUE(whereFilesEndAt(2000000, [&] { return !copy(folder / "a", folder / "x/b"); }));
-    EXPECT_FALSE(fileIsThere(folder / "x/b"));
-    EXPECT_EQ(modeOf(folder / "x"), 0555);
-    ASSERT_EQ(chmod((folder / "x").c_str(), 0755), 0);
 }
 
 TEST(CopyFile, RemovesAPartialTargetFromAFullDisk) {

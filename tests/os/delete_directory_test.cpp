@@ -233,6 +233,37 @@ TEST(DeleteDirectory, RemovesALinkThatIsThePathItself) {
     }
 }
 
+TEST(DeleteDirectory, RemovesALinkWhoseNameLooksLikeAFilterAlone) {
+    TempFolder folder;
+    makeTree(folder, {"keep/", "keep/1", "l1", "l/", "l/l2", "L*", "sub/", "sub/l*"});
+    ASSERT_EQ(symlink("keep", (folder / "l*").c_str()), 0);
+    EXPECT_TRUE(remove(folder / "l*/", kRecursive));
+    EXPECT_EQ(treeOf(folder), (Names{"L*", "keep/", "keep/1", "l/", "l/l2", "l1", "sub/", "sub/l*"}));
+}
+
+TEST(DeleteDirectory, RemovesALinkAndNothingElseOfThatName) {
+    TempFolder folder;
+    makeTree(folder, {"keep/", "LINK", "sub/", "sub/link"});
+    ASSERT_EQ(symlink("keep", (folder / "link").c_str()), 0);
+    EXPECT_TRUE(remove(folder / "link", kRecursive));
+    EXPECT_EQ(treeOf(folder), (Names{"LINK", "keep/", "sub/", "sub/link"}));
+}
+
+TEST(DeleteDirectory, LooksForMatchesInTheFolderThatALinkLeadsTo) {
+    TempFolder folder;
+    makeTree(folder, {"real/", "real/1", "real/2"});
+    ASSERT_EQ(symlink("real", (folder / "link").c_str()), 0);
+    EXPECT_TRUE(remove(folder / "link/*", kRecursive));
+    EXPECT_EQ(treeOf(folder), (Names{"link", "real/"}));
+}
+
+TEST(DeleteDirectory, TakesAWildcardForAFilterAlsoWhereAFolderHasThatName) {
+    TempFolder folder;
+    makeTree(folder, {"a*/", "a*/keep", "a1", "ab/", "b"});
+    EXPECT_FALSE(remove(folder / "a*", kFlat)) << "a* itself is not empty";
+    EXPECT_EQ(treeOf(folder), (Names{"a*/", "a*/keep", "b"}));
+}
+
 TEST(DeleteDirectory, RemovesALinkInTheWorkingFolder) {
     TempFolder folder;
     makeTree(folder, {"keep/", "keep/1"});

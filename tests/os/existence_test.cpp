@@ -186,6 +186,25 @@ TEST(CurrentPath, IsEmptyWhenItDoesNotFit) {
     EXPECT_TRUE(BXDiskServer::getCurrentPath().isEmpty());
 }
 
+TEST(CurrentPath, HasAtMost511Bytes) {
+    TempFolder folder;
+    char* const real = realpath(folder.path().c_str(), nullptr);
+    std::string path = real;
+    std::free(real);
+    WorkingFolder working(path);
+    while (path.size() < 400) {
+        path += "/" + std::string(99, 'n');
+        ASSERT_EQ(mkdir(path.c_str(), 0700), 0);
+    }
+    for (const std::size_t length : {std::size_t{511}, std::size_t{512}}) {
+        const std::string whole = path + "/" + std::string(length - path.size() - 1, 'm');
+        ASSERT_EQ(whole.size(), length);
+        ASSERT_EQ(mkdir(whole.c_str(), 0700), 0);
+        ASSERT_EQ(chdir(whole.c_str()), 0);
+        EXPECT_STREQ(BXDiskServer::getCurrentPath().c_str(), length == 511 ? whole.c_str() : "");
+    }
+}
+
 TEST(ApplicationFolder, IsTheSameForBothWordSizes) {
     EXPECT_STREQ(BXDiskServer::getApplicationFolder().c_str(), "/Applications");
     EXPECT_STREQ(BXDiskServer::getApplicationX86Folder(false).c_str(), "/Applications");
@@ -277,6 +296,24 @@ TEST(Mode, IsReadWithItsType) {
     ASSERT_EQ(chmod((folder / "a").c_str(), 0640), 0);
     EXPECT_EQ(BXDiskServer::getMode(at(folder, "a")), 0100640);
     EXPECT_EQ(BXDiskServer::getMode(text(folder.path())) & 0170000, 0040000);
+}
+
+TEST(Mode, HasTheBitsThatAreNoPermissions) {
+    TempFolder folder;
+    writeFile(folder / "a", "");
+    for (const unsigned short mode : std::initializer_list<unsigned short>{04755, 01777, 02640}) {
+        EXPECT_EQ(BXDiskServer::setMode(at(folder, "a"), mode), 0);
+        EXPECT_EQ(BXDiskServer::getMode(at(folder, "a")), 0100000 | mode);
+    }
+}
+
+TEST(Mode, IsThatOfWhatALinkLeadsTo) {
+    TempFolder folder;
+    writeFile(folder / "a", "");
+    ASSERT_EQ(symlink("a", (folder / "link").c_str()), 0);
+    EXPECT_EQ(BXDiskServer::setMode(at(folder, "link"), 0640), 0);
+    EXPECT_EQ(BXDiskServer::getMode(at(folder, "link")), 0100640);
+    EXPECT_EQ(BXDiskServer::getMode(at(folder, "a")), 0100640);
 }
 
 TEST(Mode, IsZeroForWhatIsMissing) {

@@ -111,6 +111,12 @@ TEST(ExtractPathFromFilename, CountsOnlyTheForwardSeparator) {
     EXPECT_EQ(withoutPath("/x/y\\z"), (Edited{true, "z"}));
 }
 
+TEST(ExtractPathFromFilename, TakesOneTextForBoth) {
+    BXString path("/x/y.txt");
+    EXPECT_TRUE(BXDiskServer::extractPathFromFilename(path, path));
+    EXPECT_STREQ(path.c_str(), "/x/");
+}
+
 TEST(ExtractPathFromFilename, LeavesTheNameThatItIsGivenApart) {
     const BXString path("/x/y.txt");
     BXString folder("old");

@@ -1,10 +1,12 @@
 // BXDiskServer::searchFileList
 
+#include <dirent.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <climits>
 #include <vector>
 
 #include "os/bx_disk_server.h"
@@ -29,6 +31,16 @@ Found search(const TempFolder& folder, const char* filter, int depth, int stopLe
         found.names.push_back(path.c_str() + folder.path().size() + 1);
     }
     return found;
+}
+
+// The folder's entries as the disk lists them.
+Names listed(const TempFolder& folder) {
+    Names names;
+    DIR* const open = opendir(folder.path().c_str());
+    EXPECT_NE(open, nullptr);
+    while (const dirent* entry = open ? readdir(open) : nullptr) names.push_back(entry->d_name);
+    if (open) closedir(open);
+    return names;
 }
 
 Names sorted(Names names) {
@@ -132,9 +144,69 @@ TEST(SearchFileList, TakesTheWholeOfTheFirstSubfolderThatMatchesWithStopLevels1)
     makeFolders(folder / "empty");
     const Found found = search(folder, "*.txt", 9, 1);
     EXPECT_TRUE(found.any);
-    ASSERT_EQ(found.names.size(), 2u);
-    const std::string first = found.names[0].substr(0, 1);
+    std::string first;
+    for (const std::string& name : listed(folder)) {
+        if (first.empty() && name.size() == 1) first = name;
+    }
     EXPECT_EQ(found.names, (Names{first + "/a.txt", first + "/deep/a.txt"}));
+}
+
+TEST(SearchFileList, KeepsTheOrderInWhichTheDiskListsAFolder) {
+    TempFolder folder;
+    Names expected;
+    for (int i = 0; i < 30; ++i) {
+        const std::string below = "d" + std::to_string(i * 7 % 30);
+        makeFolders(folder / below);
+        writeFile(folder / below + "/x", "");
+        writeFile(folder / ("x" + std::to_string(i * 11 % 30)), "");
+    }
+    for (const std::string& name : listed(folder)) {
+        if (name[0] == 'x') expected.push_back(name);
+    }
+    for (const std::string& name : listed(folder)) {
+        if (name[0] == 'd') expected.push_back(name + "/x");
+    }
+    ASSERT_EQ(expected.size(), 60u);
+    EXPECT_EQ(search(folder, "x*", 1, 0).names, expected);
+}
+
+TEST(SearchFileList, FoundSomethingAlsoWhenTheLastSubfolderHasNothing) {
+    for (const char* where : {"a", "p/a", "q/a", "r/a"}) {
+        TempFolder folder;
+        for (const char* below : {"p", "q", "r"}) makeFolders(folder / below);
+        writeFile(folder / where, "");
+        EXPECT_TRUE(search(folder, "a", 9, 0).any) << where;
+    }
+}
+
+TEST(SearchFileList, ReadsNoSubfolderAfterAMatchAtTheTopWithStopLevels2) {
+    TempFolder folder;
+    makeLevels(folder);
+    EXPECT_EQ(search(folder, "*.txt", 9, 2).names, (Names{"a.txt"}));
+}
+
+TEST(SearchFileList, TakesOneSubfolderThatMatchesWithStopLevels2) {
+    TempFolder folder;
+    for (const char* below : {"p", "q"}) {
+        makeFolders(folder / below);
+        writeFile(folder / below + "/a.txt", "");
+    }
+    EXPECT_EQ(search(folder, "*.txt", 9, 2).names.size(), 1u);
+}
+
+TEST(SearchFileList, TakesANegativeStopLevelsForNone) {
+    TempFolder folder;
+    makeLevels(folder);
+    EXPECT_EQ(search(folder, "*.txt", 9, INT_MIN).names.size(), 4u);
+}
+
+TEST(SearchFileList, CanGoOnFromWhatItFoundBefore) {
+    TempFolder folder;
+    makeLevels(folder);
+    BXArray<BXString> found = {at(folder, "1"), "*"};
+    found.shrink_to_fit();
+    EXPECT_TRUE(BXDiskServer::searchFileList(found, found[1], found[0], 9, 0));
+    EXPECT_EQ(found.size(), 2u + 4u) << ". and .. and 2 and a.txt match";
 }
 
 TEST(SearchFileList, StopsOneLevelFurtherDownWithStopLevels2) {

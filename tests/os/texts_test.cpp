@@ -220,6 +220,14 @@ TEST(ReadFileAsStringLines, AgreesWithTheLoopOnRandomBytes) {
     }
 }
 
+TEST(ReadFileAsStringLines, DropsAVolumePrefix) {
+    TempFolder folder;
+    writeFile(folder / "a", "x\n");
+    BXArray<BXString> lines;
+    EXPECT_TRUE(BXDiskServer::readFileAsStringLines(text("Disk:" + (folder / "a")), lines));
+    EXPECT_EQ(lines.size(), 2u);
+}
+
 TEST(ReadFileAsStringLines, RejectsWhatCannotBeReadAndKeepsTheLines) {
     TempFolder folder;
     BXArray<BXString> lines = {"old"};

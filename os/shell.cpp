@@ -1,8 +1,0 @@
-#include "os/shell.h"
-
-#include <cstdlib>
-
-void bxRunShellCommand(const BXString& command) {
-    const int ignored = std::system(command.c_str());
-    static_cast<void>(ignored);
-}
