@@ -1,0 +1,33 @@
+#import <AppKit/AppKit.h>
+
+#include "os/platform_macos_panel.h"
+
+namespace {
+
+// The name in UTF-8, whatever characters it has; null when it has none there.
+std::unique_ptr<char[]> utf8Of(NSString* name) {
+    const NSUInteger length = [name lengthOfBytesUsingEncoding:NSUTF8StringEncoding];
+    std::unique_ptr<char[]> path(new char[length + 1]);
+    const BOOL copied = [name getCString:path.get()
+                               maxLength:length + 1
+                                encoding:NSUTF8StringEncoding];
+    return copied ? std::move(path) : nullptr;
+}
+
+}  // namespace
+
+std::unique_ptr<char[]> bxChooseFileInPanel(const char* title) {
+    NSAutoreleasePool* const pool = [[NSAutoreleasePool alloc] init];
+    NSOpenPanel* const panel = [[NSOpenPanel openPanel] retain];
+    NSString* const text = title ? [NSString stringWithUTF8String:title] : nil;
+    if (text) [panel setTitle:text];
+    // Twice, as it has always been sent.
+    [panel setCanChooseDirectories:NO];
+    [panel setCanChooseDirectories:NO];
+    [panel setAllowsMultipleSelection:NO];
+    std::unique_ptr<char[]> path;
+    if ([panel runModal] == NSModalResponseOK) path = utf8Of([[panel URL] path]);
+    [panel release];
+    [pool release];
+    return path;
+}
