@@ -31,7 +31,7 @@ test: setup
 
 demo: build
 	@mkdir -p build/demo
-	@scripts/private-view build/release/bin/vek run demo/round_trip.lua \
+	@PATH="$(CURDIR)/demo/stand-ins:$$PATH" scripts/private-view build/release/bin/vek run demo/round_trip.lua \
 	    --app build/release/apps/Example --out build/demo $(if $(MESH),--mesh "$(MESH)")
 
 bench: setup

@@ -40,17 +40,27 @@ function files.base_name(path)
     return (path:gsub("^.*/", ""):gsub("%.[^.]*$", ""):gsub("%s+$", ""))
 end
 
--- Runs a program that reports facts, "key: value" one a line. Returns whether it succeeded, and a
--- table of the facts; its last line is where a program says why it failed.
-function files.report_of(command)
-    local pipe = io.popen(command .. " 2>&1")
+-- The facts that a program reported into a file, "key: value" one a line; last_line is the last one
+-- that is none, where a program says why it failed.
+function files.facts_in(path)
     local facts = { last_line = "it said nothing" }
-    for line in pipe:lines() do
+    local file = io.open(path)
+    if not file then return facts end
+    for line in file:lines() do
         local key, value = line:match("^([%a_]+): (.*)$")
-        if key then facts[key] = value end
-        facts.last_line = line
+        if key then facts[key] = value else facts.last_line = line end
     end
-    return pipe:close() == true, facts
+    file:close()
+    return facts
+end
+
+-- Asks until the answer is true, for ten seconds at most. The last answer.
+function files.soon(holds)
+    for _ = 1, 100 do
+        if holds() then return true end
+        os.execute("sleep 0.1")
+    end
+    return holds()
 end
 
 function files.tell_counts(mesh)

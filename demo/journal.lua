@@ -2,6 +2,7 @@
 
 local journal = {}
 local rows = {}
+local clean_up
 
 -- Of a long text, such as a path, the end tells most.
 local function shortened(text)
@@ -44,10 +45,16 @@ function journal.step(name, action, ...)
     return table.unpack(results, 1, results.n)
 end
 
+-- What is to be done when the macro ends before its end; nil takes it back.
+function journal.on_failure(action)
+    clean_up = action
+end
+
 -- Ends the macro with a sentence unless the condition holds; the step before it is then the one
 -- that failed. A user needs the sentence, not the line of the macro, so this is no Lua error.
 function journal.expect(condition, sentence)
     if condition then return end
+    if clean_up then clean_up() end
     if #rows > 0 then
         rows[#rows].verdict = "FAILED"
         journal.print_table()

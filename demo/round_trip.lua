@@ -1,5 +1,6 @@
 -- A mesh goes from the host to another application and back, as a macro of the host does it: the
--- example to copy. Run it with `make demo`, or by itself where nobody uses the bridge:
+-- example to copy. Run it with `make demo`, or by itself where nobody uses the bridge. Installing
+-- asks osascript for an administrator's rights; where there is none, demo/stand-ins has one:
 --
 --     vek run demo/round_trip.lua [--mesh FILE.obj] [--faces COUNT] [--app FOLDER]
 --                                 [--project FOLDER] [--out FOLDER] [--locale NAME]
@@ -102,6 +103,43 @@ local function select_the_application()
     return index, extension
 end
 
+-- Once for each user and application: find out where it is, and have it learn of the bridge. The
+-- application brings the programs for that along; the host's script only names them.
+local function install_into_the_application(index)
+    expect(os.execute("command -v osascript >/dev/null"),
+        "There is no osascript here, which installs as an administrator. Run this with `make demo`.")
+    local called = step("CallVekAppCommand", CallVekAppCommand, "LOCATE_COMMAND", index)
+    expect(called == 0, APP .. " does not say how it is located.")
+    local found, path = step("ReadVekAppPath", ReadVekAppPath, index)
+    expect(found == 1, APP .. " was not found on this machine.")
+    expect(step("IsAppPathValid", IsAppPathValid, path) == 1, APP .. " is no longer at " .. path)
+    if step("VekAppIsInstalled", VekAppIsInstalled, path, index) == 0 then
+        local failed, why = step("VekAppInstall", VekAppInstall, path, index)
+        expect(failed == 0, "The bridge was not installed: " .. tostring(why))
+    end
+    expect(step("VekAppIsInstalled", VekAppIsInstalled, path, index) == 1,
+        "The installation was not recorded.")
+    return path
+end
+
+local function quit_the_application(path)
+    local program = files.quoted(path .. "/Contents/MacOS/" .. APP)
+    os.execute(program .. " quit 2>/dev/null")
+    return files.soon(function() return VekAppIsRunning(path) == 0 end)
+end
+
+local function open_the_application(path)
+    journal.on_failure(function() quit_the_application(path) end)
+    step("OpenVekApplication", OpenVekApplication, path)
+    expect(step("VekAppIsRunning", VekAppIsRunning, path) == 1, APP .. " does not run.")
+end
+
+local function close_the_application(path)
+    step("(" .. APP .. ") is told to quit", quit_the_application, path)
+    expect(step("VekAppIsRunning", VekAppIsRunning, path) == 0, APP .. " still runs.")
+    journal.on_failure(nil)
+end
+
 -- Asking for the preferences is what tells the library which way to turn the files that follow.
 local function prepare_the_export(index, offset)
     local _, low, high = step("GetVekAppIOPrefs", GetVekAppIOPrefs, index)
@@ -176,13 +214,18 @@ local function export(mesh, object, extension)
     return seen
 end
 
--- The application is a program of its own; it reports what it was given.
-local function edit_in_the_application(mesh)
-    local program = files.quoted(TREE .. "/VekApps/" .. APP .. "/vek_example")
+-- The application is a program of its own; it reads its settings from a file beside its descriptor,
+-- and reports what it was given into another one.
+local function edit_in_the_application(mesh, index)
+    local folder = TREE .. "/VekApps/" .. APP
+    local settings = folder .. "/" .. APP .. "_Settings.txt"
     local flaws = mesh:edges().disagreeing -- a mesh that never was quite right is no fault of ours
-    local command = ("%s --twist %d --known-flaws %d edit"):format(program, TWIST, flaws)
-    local done, facts = step("(" .. APP .. ") edits the mesh", files.report_of, command)
-    expect(done, APP .. " did not edit the mesh: " .. facts.last_line)
+    step("WriteConfigPrefAsInt", WriteConfigPrefAsInt, settings, "TWIST", TWIST)
+    step("WriteConfigPrefAsInt", WriteConfigPrefAsInt, settings, "KNOWN_FLAWS", flaws)
+    local called = step("CallVekAppCommand", CallVekAppCommand, "EDIT_COMMAND", index)
+    expect(called == 0, APP .. " does not say how it edits.")
+    local facts = files.facts_in(folder .. "/" .. APP .. "_Report.txt")
+    expect(facts.exit_code == "0", APP .. " did not edit the mesh: " .. facts.last_line)
     expect(tonumber(facts.disagreeing_edges) == flaws,
         APP .. " saw faces wound against each other.")
     expect(math.abs(tonumber(facts.height) - mesh:bounds().size.y) <= allowed_distance(mesh),
@@ -263,9 +306,11 @@ local maps = give_maps(mesh, object)
 
 start_the_bridge()
 local index, extension = select_the_application()
+local path = install_into_the_application(index)
+open_the_application(path)
 prepare_the_export(index, placement(mesh))
 local seen = export(mesh, object, extension)
-edit_in_the_application(mesh)
+edit_in_the_application(mesh, index)
 local edited = find_what_came_back(object)
 check_maps(maps)
 local back = import(edited .. extension)
@@ -275,6 +320,7 @@ save(seen, "application")
 save(back, "back")
 local difference, allowed = expect_same(expected_back(mesh), back, "The mesh came back damaged")
 send_as_a_maya_scene(mesh, object)
+close_the_application(path)
 journal.print_table()
 print(("%d faces wound wrong, %d corners lost, largest distance %.3g (rounding allows %.3g)")
     :format(difference.faces_wound_wrong, difference.corners_lost, difference.max_distance,

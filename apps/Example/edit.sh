@@ -1,3 +1,9 @@
 #!/bin/sh
-# The EDIT_COMMAND of this application: edits the objects that the list names.
-exec "$(dirname "$0")/vek_example" "$@" edit
+# The EDIT_COMMAND: has the application edit the objects that the list names. What it reports, and
+# how it ended, stands afterwards in Example_Report.txt.
+folder=$(dirname "$0")
+report=$folder/Example_Report.txt
+"$folder/Example.app/Contents/MacOS/Example" "$@" edit >"$report" 2>&1
+code=$?
+echo "exit_code: $code" >>"$report"
+exit $code

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <random>
@@ -49,7 +50,7 @@ protected:
 
     // The exit code; what was said, on either stream, is in m_said.
     int run(const std::string& arguments) {
-        const std::string program = VEK_BUILD_DIR "/apps/Example/vek_example";
+        const std::string program = VEK_BUILD_DIR "/apps/Example/Example.app/Contents/MacOS/Example";
         return start(shellWord(program) + " " + arguments);
     }
     int start(const std::string& command) { return runProgram(command, m_said); }
@@ -292,20 +293,105 @@ TEST_F(ExampleApp, SurvivesAListOfAnyBytes) {
 }
 
 TEST_F(ExampleApp, ExplainsItselfWhenItIsStartedWrongly) {
-    for (const char* arguments : {"", "fold", "--tree edit", "--twist x edit",
-                                  "--known-flaws -1 edit", "--other 1 edit", "edit edit"}) {
+    for (const char* arguments : {"fold", "--tree", "--twist x edit", "--known-flaws -1 edit",
+                                  "--other 1 edit", "edit edit", "--tree '' edit"}) {
         EXPECT_EQ(run(arguments), 2) << arguments;
         EXPECT_EQ(m_said.rfind("usage: ", 0), 0u) << m_said;
     }
     EXPECT_EQ(run("--help"), 0);
 }
 
-TEST_F(ExampleApp, EditsThroughTheCommandOfItsDescriptor) {
-    const std::string folder = VEK_BUILD_DIR "/apps/Example";
-    EXPECT_NE(readFile(folder + "/Vek_Info.txt").find("EDIT_COMMAND \"edit.sh\""),
-              std::string::npos);
-    ASSERT_EQ(start("sh " + shellWord(folder + "/edit.sh") + " --tree " + shellWord(m_tree.path())),
-              0)
-        << m_said;
+TEST_F(ExampleApp, TakesItsSettingsFromTheTree) {
+    makeFolders(m_tree / "VekApps/Example");
+    const std::string settings = m_tree / "VekApps/Example/Example_Settings.txt";
+    writeFile(settings, "known_flaws = 0\r\n TWIST = 0\n");
+    ASSERT_EQ(edit(), 0) << m_said;
+    EXPECT_NE(m_said.find("twist_degrees: 0\n"), std::string::npos);
+    list({"cube"});
+    ASSERT_EQ(edit("--twist 45"), 0) << m_said;
+    EXPECT_NE(m_said.find("twist_degrees: 45\n"), std::string::npos) << "what is given goes first";
+    writeFile(settings, "TWIST = a lot\n");
+    EXPECT_EQ(edit(), 1);
+    EXPECT_NE(m_said.find("TWIST or KNOWN_FLAWS"), std::string::npos);
+}
+
+TEST_F(ExampleApp, StaysOpenUntilItIsToldToQuit) {
+    makeFolders(m_tree / "VekApps/Example");
+    const std::string note = m_tree / "VekApps/Example/Example_Running.txt";
+    const std::string tree = "--tree " + shellWord(m_tree.path());
+    EXPECT_EQ(run(tree + " quit"), 1);
+    EXPECT_EQ(m_said, "Example is not running.\n");
+    const std::string program = VEK_BUILD_DIR "/apps/Example/Example.app/Contents/MacOS/Example";
+    ASSERT_EQ(start("(" + shellWord(program) + " " + tree + "; echo ended > " +
+                    shellWord(m_tree / "ended") + ") >/dev/null 2>&1 &"),
+              0);
+    for (int i = 0; i < 500 && !fileIsThere(note); ++i) usleep(10000);
+    EXPECT_TRUE(fileIsThere(note));
+    EXPECT_FALSE(fileIsThere(m_tree / "ended"));
+    EXPECT_EQ(run(tree + " quit"), 0) << m_said;
+    for (int i = 0; i < 500 && !fileIsThere(m_tree / "ended"); ++i) usleep(10000);
+    EXPECT_TRUE(fileIsThere(m_tree / "ended"));
+    EXPECT_EQ(run("--tree /no/such/folder"), 1);
+}
+
+// The scripts of its descriptor, in a tree of their own.
+class ExampleScripts : public ExampleApp {
+protected:
+    ExampleScripts() {
+        makeFolders(m_tree / "VekApps");
+        EXPECT_EQ(start("cp -R " + shellWord(VEK_BUILD_DIR "/apps/Example") + " " +
+                        shellWord(m_tree / "VekApps/Example")),
+                  0);
+    }
+
+    std::string file(const std::string& name) const { return m_tree / ("VekApps/Example/" + name); }
+    int script(const std::string& name) { return start("sh " + shellWord(file(name))); }
+    std::string log() const { return readFile(file("Vek_InstallLog.txt")); }
+};
+
+TEST_F(ExampleScripts, AreThoseOfTheDescriptor) {
+    const std::string descriptor = readFile(file("Vek_Info.txt"));
+    for (const char* line : {"LOCATE_COMMAND \"locate.sh\"\n", "INIT_COMMAND \"init.sh\"\n",
+                             "EDIT_COMMAND \"edit.sh\"\n"}) {
+        EXPECT_NE(descriptor.find(line), std::string::npos) << line;
+    }
+}
+
+TEST_F(ExampleScripts, NoteWhereTheApplicationIsAndKeepOtherLines) {
+    writeFile(file("Vek_Config.txt"), "APPS_UNLOCKED = TRUE\npath = \"/old\"\nX = 1\n");
+    ASSERT_EQ(script("locate.sh"), 0) << m_said;
+    EXPECT_EQ(readFile(file("Vek_Config.txt")),
+              "PATH = \"" + file("Example.app") + "\"\nAPPS_UNLOCKED = TRUE\nX = 1\n");
+    ASSERT_EQ(start("rm -r " + shellWord(file("Example.app"))), 0);
+    EXPECT_EQ(script("locate.sh"), 1);
+    EXPECT_EQ(readFile(file("Vek_Config.txt")).substr(0, 4), "PATH");
+}
+
+TEST_F(ExampleScripts, InstallTheBridgeWhichThenEdits) {
+    ASSERT_EQ(script("locate.sh"), 0) << m_said;
+    EXPECT_EQ(start(shellWord(file("Example.app/Contents/MacOS/Example")) + " edit"), 1);
+    EXPECT_EQ(m_said, "The bridge is not installed in this application.\n");
+    ASSERT_EQ(script("init.sh"), 0) << m_said;
+    EXPECT_EQ(log(), "");
+    EXPECT_EQ(script("edit.sh"), 0) << m_said;
     EXPECT_TRUE(fileIsThere(edited("cube")));
+    const std::string report = readFile(file("Example_Report.txt"));
+    EXPECT_NE(report.find("faces: 6\n"), std::string::npos) << report;
+    EXPECT_EQ(report.substr(report.size() - 13), "exit_code: 0\n");
+    list({"missing"});
+    EXPECT_EQ(script("edit.sh"), 1);
+    EXPECT_NE(readFile(file("Example_Report.txt")).find("exit_code: 1\n"), std::string::npos);
+}
+
+TEST_F(ExampleScripts, SayInTheLogWhyTheyDidNotInstall) {
+    EXPECT_EQ(script("init.sh"), 0);
+    EXPECT_EQ(log(), "It is not known where Example is. Locate it first.");
+    writeFile(file("Vek_Config.txt"), "PATH = \"/no/such.app\"\n");
+    EXPECT_EQ(script("init.sh"), 0);
+    EXPECT_EQ(log(), "Example is no longer where it was located: /no/such.app");
+    ASSERT_EQ(script("locate.sh"), 0);
+    writeFile(file("Example.app/Contents/Resources"), "in the way");
+    EXPECT_EQ(script("init.sh"), 0);
+    EXPECT_EQ(log(), "The application's folder cannot be written: " +
+                         file("Example.app/Contents/Resources"));
 }

@@ -11,6 +11,8 @@
 
 namespace {
 
+const char kCommands[] =
+    "LOCATE_COMMAND locate.sh\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh\n";
 const char kAllIsBack[] = "0 faces wound wrong, 0 corners lost, largest distance ";
 
 class RoundTripDemo : public testing::Test {
@@ -19,7 +21,8 @@ protected:
 
     // The exit code; what was said, on either stream, is in m_said.
     int run(const std::string& options, const std::string& environment = "") {
-        const std::string command = environment + " " + shellWord(VEK_BUILD_DIR "/bin/vek") +
+        const std::string path = "PATH=" + shellWord(VEK_SOURCE_DIR "/demo/stand-ins") + ":\"$PATH\" ";
+        const std::string command = path + environment + " " + shellWord(VEK_BUILD_DIR "/bin/vek") +
                                     " run " + shellWord(VEK_SOURCE_DIR "/demo/round_trip.lua") +
                                     " --app " + shellWord(m_app) + " --out " +
                                     shellWord(m_folder / "out") + " " + options;
@@ -98,17 +101,33 @@ TEST_F(RoundTripDemo, WorksUnderACommaLocale) {
 }
 
 TEST_F(RoundTripDemo, RejectsAnExportThatDoesNotMirror) {
-    describeApp("EXTENSION .vek\nIMPORT_SWITCH_YZ TRUE\n");
+    describeApp(std::string(kCommands) + "EXTENSION .vek\nIMPORT_SWITCH_YZ TRUE\n");
     EXPECT_NE(run("--faces 200"), 0);
     EXPECT_TRUE(says("The export did not turn the mesh as Example needs it")) << m_said;
     EXPECT_TRUE(says("FAILED")) << m_said;
 }
 
 TEST_F(RoundTripDemo, RejectsAnImportThatDoesNotMirrorBack) {
-    describeApp("EXTENSION .vek\nEXPORT_SWITCH_YZ TRUE\n");
+    describeApp(std::string(kCommands) + "EXTENSION .vek\nEXPORT_SWITCH_YZ TRUE\n");
     EXPECT_NE(run("--faces 200"), 0);
     EXPECT_TRUE(says("The mesh came back damaged")) << m_said;
     EXPECT_TRUE(says("faces wound wrong")) << m_said;
+}
+
+TEST_F(RoundTripDemo, InstallsOpensAndClosesTheApplication) {
+    ASSERT_EQ(run("--faces 200"), 0) << m_said;
+    for (const char* step : {"VekAppInstall ", "OpenVekApplication ", "VekAppIsRunning                1"}) {
+        EXPECT_TRUE(says(step)) << step;
+    }
+    EXPECT_TRUE(fileIsThere(Tree::app("Example", "Example.app/Contents/Resources/Vek_Tree.txt")));
+    EXPECT_FALSE(fileIsThere(Tree::app("Example", "Example_Running.txt")));
+}
+
+TEST_F(RoundTripDemo, SaysWhyTheBridgeWasNotInstalled) {
+    describeApp(readFile(m_app + "/Vek_Info.txt"));
+    writeFile(m_app + "/init.sh", "printf 'No room.' > \"$(dirname \"$0\")/Vek_InstallLog.txt\"\n");
+    EXPECT_NE(run("--faces 200"), 0);
+    EXPECT_TRUE(says("The bridge was not installed: No room.")) << m_said;
 }
 
 TEST_F(RoundTripDemo, RejectsAnApplicationThatIsNotThere) {

@@ -5,7 +5,7 @@
 #include <string>
 
 struct EditOptions {
-    std::string tree = "/Users/Shared/Kelvaro";
+    std::string tree;
     double twist = 90;           // degrees from the bottom of each mesh to its top
     std::size_t knownFlaws = 0;  // edges where the host's own mesh is wound against itself
 };

@@ -18,6 +18,13 @@ std::string trimmed(const std::string& text) {
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
+std::string inUpperCase(std::string text) {
+    for (char& c : text) {
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    }
+    return text;
+}
+
 }  // namespace
 
 std::string Hub::selectedApplication() const {
@@ -35,6 +42,18 @@ std::vector<std::string> Hub::objects() const {
         start = end + 1;
     }
     return objects;
+}
+
+std::string Hub::setting(const std::string& application, const std::string& key) const {
+    std::ifstream file(m_apps + application + "/" + application + "_Settings.txt");
+    for (std::string line; std::getline(file, line);) {
+        const std::size_t equals = line.find('=');
+        if (equals == std::string::npos) continue;
+        if (inUpperCase(trimmed(line.substr(0, equals))) == key) {
+            return trimmed(line.substr(equals + 1));
+        }
+    }
+    return "";
 }
 
 std::string Hub::writeObjects(const std::vector<std::string>& objects) const {
