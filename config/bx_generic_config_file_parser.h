@@ -64,7 +64,8 @@ public:
     // 0 as above; 1 for "Yes", "1", "True" and "#t"; -1, take your default, for anything else.
     static int paramToBoolOrDefault(const char* text);
     // The number the text starts with, read as a float (so beyond 2^24 it is the float next to it),
-    // truncated toward zero and held at the ends of the 32-bit range; 0 when it starts with none or is not a number.
+    // truncated toward zero and held at the ends of the 32-bit range; 0 when it starts with none or
+    // is not a number.
     static int paramToInt(const char* text);
     // The number the text starts with, with a '.' in it whatever the locale; 0 when there is none.
     static float paramToFloat(const char* text);

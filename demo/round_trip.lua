@@ -284,6 +284,21 @@ local function send_as_a_maya_scene(mesh, object)
         :format(sent:counts().uvs, seen:counts().uvs, back:counts().uvs))
 end
 
+-- The host's menu, as far as the button goes that starts all this: a host of our own has windows like
+-- the real one, and the script puts the button where the user looks for it.
+local function place_the_button()
+    host.window { name = "Dorvia", children = {
+        { name = "Tool", children = {
+            { children = { { name = "Smooth" }, { name = "Export" }, { name = "Mirror" } } } } },
+        { name = "Vek", children = { { name = "Send to " .. APP } } },
+    } }
+    local before = host.tree()
+    local placed = step("SetItemPos", SetItemPos, "Vek:Send to " .. APP, 1, "Tool:Export")
+    expect(placed == 0, "The button or its anchor was not found.")
+    print("The button behind its anchor, before and after:")
+    print(before .. "\n" .. host.tree())
+end
+
 -- The application turns from its x to its y. Seen from the host, in the mirror, that is the other
 -- way round; about the middle of the mesh, wherever the mirror's centre lies.
 local function expected_back(mesh)
@@ -321,6 +336,7 @@ save(back, "back")
 local difference, allowed = expect_same(expected_back(mesh), back, "The mesh came back damaged")
 send_as_a_maya_scene(mesh, object)
 close_the_application(path)
+place_the_button()
 journal.print_table()
 print(("%d faces wound wrong, %d corners lost, largest distance %.3g (rounding allows %.3g)")
     :format(difference.faces_wound_wrong, difference.corners_lost, difference.max_distance,

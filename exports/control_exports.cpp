@@ -116,13 +116,11 @@ VEK_DEFINE(OpenVekApplication) {
 }
 
 VEK_DEFINE(CallVekAppCommand) {
-    return guarded(-1.0f, [&] {
-        return callCommand(value, text, BXDiskServer::launchApplication);
-    });
+    return guarded(-1.0f,
+                   [&] { return callCommand(value, text, BXDiskServer::launchApplication); });
 }
 
 VEK_DEFINE(CallVekAppCommandAsAdmin) {
-    return guarded(-1.0f, [&] {
-        return callCommand(value, text, BXDiskServer::launchApplicationAsAdmin);
-    });
+    return guarded(
+        -1.0f, [&] { return callCommand(value, text, BXDiskServer::launchApplicationAsAdmin); });
 }

@@ -105,15 +105,15 @@ VEK_EXPORT(ExtractVekObject);
 
 /* text: the path of a file that the host has just written, for the application last asked for with
  * GetVekAppIOPrefs. The end of the name, in any letter case, says what is done to it, in place:
- *   ".Vek"  the mesh is brought into the application's orientation. Where there is nothing to do (no
- *           switch, scale 1, no offset along x and y) the offset along z is set to 0 for good. A
- *           damaged file is no failure: what is whole in it is turned. A file whose rewriting was
- *           cut off has a blank magic, so that no reader takes it.
+ *   ".Vek"  the mesh is brought into the application's orientation. Where there is nothing to do
+ * (no switch, scale 1, no offset along x and y) the offset along z is set to 0 for good. A damaged
+ * file is no failure: what is whole in it is turned. A file whose rewriting was cut off has a blank
+ * magic, so that no reader takes it.
  *   ".ma"   in a Maya scene equal UVs of a vertex become one, edges are marked hard or smooth, and
  *           faces are rewound for an application that mirrors; docs/maya-scenes.md has the rules. A
  *           scene that contradicts itself is refused and stays as it was.
- * Returns 0; -1 when the file is missing, of another kind, not what its name says, refused, or could
- * not be rewritten. */
+ * Returns 0; -1 when the file is missing, of another kind, not what its name says, refused, or
+ * could not be rewritten. */
 VEK_EXPORT(VekPostExport);
 /* The inverse, for a file that the target application has written and the host is about to read: a
  * Maya scene gets a UV of its own at each face corner. */
@@ -180,23 +180,24 @@ VEK_EXPORT(VekAppIsInstalled);
  * is launched and not waited for. On Linux a bundle is a folder with Contents/Info.plist and an
  * executable in Contents/MacOS. */
 
-/* text: a location, value: an application index. Runs the application's INIT_COMMAND as administrator
- * and waits, some 30 seconds at most, for its "Vek_InstallLog.txt". When that is empty adds the
- * location to "Vek_InstallList.txt" and returns 0; otherwise 1. buffer1, buffer1Size: out, what the
- * log says, at most buffer1Size - 1 bytes; the NUL goes into the block's last byte, so the block is
- * to be zeroed before. Where no log came it is a message of 221 bytes with its NUL, whatever the
- * size. Null buffer1 or a size below 1 gets no text. */
+/* text: a location, value: an application index. Deletes the application's "Vek_InstallLog.txt",
+ * runs its INIT_COMMAND as administrator and waits, some 30 seconds at most, for a new log. Where
+ * that is empty the location is added to "Vek_InstallList.txt", and the result is 0, whether the
+ * list could be written or not; otherwise it is 1. buffer1, buffer1Size: out, what the log says, at
+ * most buffer1Size - 1 bytes; the NUL goes into the block's last byte, so the block is to be zeroed
+ * before. Where no log came it is a message of 219 bytes with its NUL, whatever the size. Null
+ * buffer1 or a size below 1 gets no text. */
 VEK_EXPORT(VekAppInstall);
 /* text: a bundle path. Returns 1 when a process of the bundle is running, else 0. */
 VEK_EXPORT(VekAppIsRunning);
-/* text: the path of a bundle, a ".sh" script or a program; buffer1: in, one argument, none when null
- * or empty. Returns 0, whatever happens. */
+/* text: the path of a bundle, a ".sh" script or a program; buffer1: in, one argument, none when
+ * null or empty. Returns 0, whatever happens. */
 VEK_EXPORT(OpenVekApplication);
 /* text: "LOCATE_COMMAND", "INIT_COMMAND" or "EDIT_COMMAND" in any letter case, value: an
  * application index. Runs the command of the application's descriptor: the file of that name in the
- * application's folder, with what stands from the first double quote on as its one argument. As the
- * user, or by osascript, which asks for an administrator's password. Return 0 once it was handed
- * on, whatever becomes of it; -1 for another key or an empty command. */
+ * application's folder, with what stands from the first double quote on as its argument text. As
+ * the user, or by osascript, which asks for an administrator's password. Return 0 once it was
+ * handed on, whatever becomes of it; -1 for another key or an empty command. */
 VEK_EXPORT(CallVekAppCommand);
 VEK_EXPORT(CallVekAppCommandAsAdmin);
 
@@ -214,8 +215,8 @@ VEK_EXPORT(ReadConfigPrefAsFloat);
 /* buffer2: in, the value: text, a 32-bit integer (not 0 is TRUE), a 32-bit integer, a 32-bit float.
  * The line KEY = value becomes the first of the file, older lines of the key go, a missing file is
  * created; one that is there and cannot be read stays. Return 1 when the key was there before, else
- * 0; whether the file could be written does not show. A null buffer2 writes the empty text as text; as a number it writes nothing and returns
- * 0. */
+ * 0; whether the file could be written does not show. A null buffer2 writes the empty text as text;
+ * as a number it writes nothing and returns 0. */
 VEK_EXPORT(WriteConfigPrefAsString);
 VEK_EXPORT(WriteConfigPrefAsBool);
 VEK_EXPORT(WriteConfigPrefAsInt);
@@ -223,9 +224,13 @@ VEK_EXPORT(WriteConfigPrefAsFloat);
 
 /* ---- The host's interface -------------------------------------------------------------------- */
 
-/* Not built yet: returns -1. text: the path of an interface item, value: an offset, buffer1: the
- * path of an anchor item, hostData: the host's table of services. Moves the item beside the anchor.
- * Returns 0 when both were found, -1 otherwise. */
+/* text: the path of an item of the host's interface, value: an offset, buffer1: in, the path of an
+ * anchor, hostData: null, or pointers, of which element 2 is the host's document and element 8 the
+ * root of its function tables. A path is the names of windows from the top down with ':' between
+ * them, in any letter case; windows without a name are left out. Moves the item into the anchor's
+ * parent: offset 0 puts it before the anchor, 1 behind it; 0.2 is added to the offset, away from
+ * zero, before it is cut to an integer. Returns 0 when both are found and the anchor has a parent,
+ * whether anything moved or not; -1 otherwise. An item is never moved into itself. */
 VEK_EXPORT(SetItemPos);
 
 #ifdef __cplusplus

@@ -103,6 +103,8 @@ private:
 
     void addUnit(Direction& sum, const Direction& d) const {
         const double squared = squaredLength(d);
+        // Required(R65): an area and a bare direction are held against the same length, so faces
+        // have no normal that are tiny beside the mesh, or in a mesh that is tiny or huge.
         if (!(squared > m_epsilon)) return;
         const double scale = 1.0 / std::sqrt(squared);
         sum.x += d.x * scale;

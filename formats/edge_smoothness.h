@@ -9,10 +9,12 @@
 //   quads          the faces; every edge reference is one of `edgeCount` edges
 //   cornerVertices the vertex of each slot, negative for none
 //   vertices       three coordinates each
-//   threshold      the cosine of the smallest angle between the normals of two faces that makes the
-//                  edge between them hard
+//   threshold      the cosine of the largest angle between the normals of two faces at which the
+//                  edge between them is smooth
 // The result is 1 for each smooth edge and 0 for each hard one. Hard are also the edges of one face
-// only, those of three and more, and those of faces with a vertex that has no coordinates.
+// only, those of three and more, those of faces with a vertex that has no coordinates, and those of
+// faces that are tiny beside the mesh: the cross product of two sides of a corner counts only where
+// it is longer than a millionth of the bounding box's diagonal.
 std::vector<unsigned char> findSmoothEdges(const MayaQuads& quads, std::size_t edgeCount,
                                            const BXArray<int>& cornerVertices,
                                            const std::vector<float>& vertices, double threshold);

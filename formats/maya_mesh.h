@@ -101,7 +101,7 @@ struct MayaFaceStatement {
 
 struct MayaMesh {
     std::string name;  // of its node; empty in a fragment
-    // What a count of any form says, when read for the split; -1 for nothing.
+    // What a count says, of vertices only when read for the split; -1 for nothing.
     int saidVertices = -1, saidEdges = -1;
 
     MayaRanges uvRanges, edgeRanges, vertexRanges, faceRanges;

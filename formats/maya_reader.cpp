@@ -68,9 +68,9 @@ std::size_t faceWithoutUV(const MayaMesh& mesh) {
 
 // Where the statement begins that holds the stored value.
 std::int64_t faceStatementAt(const MayaMesh& mesh, std::size_t stored) {
-    const auto next = std::upper_bound(
-        mesh.faceStatements.begin(), mesh.faceStatements.end(), stored,
-        [](std::size_t at, const MayaFaceStatement& s) { return at < s.stored; });
+    const auto next =
+        std::upper_bound(mesh.faceStatements.begin(), mesh.faceStatements.end(), stored,
+                         [](std::size_t at, const MayaFaceStatement& s) { return at < s.stored; });
     return std::prev(next)->begin;
 }
 
@@ -117,6 +117,7 @@ void MayaReader::beginNode() {
     m_inScope = false;
     if (!isMayaBlank(*m_in.at)) return;
     m_in.skipBlanks();
+    m_in.more();
     if (!m_in.take("mesh") || !(isMayaSeparator(*m_in.at) || *m_in.at == ';')) return;
     m_inScope = true;
     m_meshBegins = true;
@@ -186,13 +187,13 @@ bool MayaReader::recogniseAfterCount(Form& form) {
         form.thing = kMayaFaces;
         return true;
     }
-    // Required(R64): a count with its range in one statement, as Maya writes small meshes, is text to
-    // the merge, which reads what the host writes.
+    // Required(R64): a count with its range in one statement, as Maya writes small meshes, is text
+    // to the merge, which reads what the host writes.
     if (!split) {
         form.thing = kMayaVertices;
         return m_in.take(s_declarePointCountPostfix);
     }
-    // Text for the split, but for whoever wants to know.
+    // Text for the split, but `vek info` tells these counts too.
     if (m_in.comes("\".vt")) mesh().saidVertices = form.count;
     if (m_in.comes("\".ed[")) mesh().saidEdges = form.count;
     if (m_in.take(s_declareUVCountPostfix)) {
@@ -331,8 +332,8 @@ bool MayaReader::readCount(const Form& form) {
     switch (form.thing) {
         case kMayaUVs:
             reserve(mesh().uvs, form.count);
-            // The merge leaves the count that Maya writes apart from the set's name, and says its own
-            // behind it.
+            // The merge leaves the count that Maya writes apart from the set's name, and says its
+            // own behind it.
             if (!merge) {
                 mesh().uvRanges.declareAnew(form.count);
                 return true;
@@ -467,8 +468,8 @@ bool MayaReader::readEdges(const Form& form) {
     mesh().edgeRanges.begin(form.first, form.last, stored);
     edges.resize(stored + static_cast<std::size_t>(2 * count));
     for (std::size_t i = stored; i < edges.size(); i += 2) {
-        int hard;
-        if (!readInts(&edges[i], 2) || !nextInt(hard)) return false;
+        int ignoredMark;
+        if (!readInts(&edges[i], 2) || !nextInt(ignoredMark)) return false;
         if (edges[i] < 0 || edges[i + 1] < 0) return refuse("a vertex below 0");
     }
     return true;
@@ -616,8 +617,8 @@ bool MayaReader::checkMesh(MayaMesh& mesh) {
         (merge && incomplete(mesh.edgeRanges, kMayaEdges, "edges that do not match their count"))) {
         return false;
     }
-    std::size_t bad = merge ? faceWithoutEdge(mesh.quads, mesh.edges.size() / 2)
-                            : faceWithoutEdge(mesh);
+    std::size_t bad =
+        merge ? faceWithoutEdge(mesh.quads, mesh.edges.size() / 2) : faceWithoutEdge(mesh);
     if (bad != kNone) {
         return refuseAt(faceStatementAt(mesh, bad), "a face with an edge that is not there");
     }

@@ -27,7 +27,7 @@ public:
     MayaReader(const BXFile& file, MayaDialect dialect);
 
     // False when the scene is refused, or could not be read; to be called once. Nodes without any
-    // recognised statement are no meshes.
+    // statement that is looked at are no meshes.
     bool read();
 
     std::vector<MayaMesh>& meshes() { return m_meshes; }
@@ -95,7 +95,7 @@ private:
     bool m_inScope = true;           // in a mesh node, or before the first node
     bool m_atLineStart = true;
     std::int64_t m_reservable;  // values that memory may still be taken for ahead of them
-    std::int64_t m_begin = 0;  // of the statement or line at hand
+    std::int64_t m_begin = 0;   // of the statement or line at hand
     std::int64_t m_textEnd = 0;
     Refusal m_refusal;
 };

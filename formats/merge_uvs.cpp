@@ -71,8 +71,8 @@ private:
 
     static constexpr std::uint64_t kMixer = 0x9E3779B97F4A7C15u;
 
-    // Every bit of the key reaches every one of the upper bits. Points whose parts have few bits set,
-    // as those of a grid, would crowd the lower ones after a single multiplication.
+    // Every bit of the key reaches every one of the upper bits. Points whose parts have few bits
+    // set, as those of a grid, would crowd the lower ones after a single multiplication.
     std::uint64_t hashOf(std::uint64_t key) const {
         key = (key ^ m_seed) * kMixer;
         return (key ^ key >> 32) * kMixer;

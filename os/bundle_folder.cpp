@@ -11,6 +11,12 @@ namespace {
 
 constexpr std::int64_t kLargestInfo = 16 << 20;
 
+BXString withoutSeparatorsBehind(const BXString& path) {
+    int end = path.length();
+    while (end > 1 && path[end - 1] == '/') --end;
+    return path.subString(0, end);
+}
+
 bool readInfo(const BXString& bundle, std::string& info) {
     return BXFile::readWhole((bundle + "/Contents/Info.plist").c_str(), info, kLargestInfo);
 }
@@ -27,7 +33,8 @@ bool isPlainName(const std::string& name) {
 
 }  // namespace
 
-BXString bxExecutableOfBundle(const BXString& path) {
+BXString bxExecutableOfBundle(const BXString& bundle) {
+    const BXString path = withoutSeparatorsBehind(bundle);
     std::string info;
     if (!readInfo(path, info)) return BXString();
     std::string name;

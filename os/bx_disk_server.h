@@ -70,28 +70,29 @@ public:
     // first place that yields matches ends the search. Whether anything was found.
     static bool searchFileList(BXArray<BXString>& found, const BXString& filter,
                                const BXString& folder, int depth, int stopLevels);
-    // Raw. Where the last component has a wildcard, or is not there as a folder, deletes every entry
-    // of its parent that matches it, in any letter case; otherwise the folder with what is in it. A
-    // name alone is one of the working folder, "/x" one of the root. Goes into subfolders only when
-    // `recursive`; without it a subfolder goes only if it is empty. A link is an entry like a file:
-    // it is removed, never followed, also when `path` itself is one; but the parent, "link" in
-    // "link/*", is the folder that it leads to. False when anything could not be removed or there
-    // was nothing to remove. The third argument is ignored.
+    // Raw. Where the last component has a wildcard, or is not there as a folder, deletes every
+    // entry of its parent that matches it, in any letter case; otherwise the folder with what is in
+    // it. A name alone is one of the working folder, "/x" one of the root. Goes into subfolders
+    // only when `recursive`; without it a subfolder goes only if it is empty. A link is an entry
+    // like a file: it is removed, never followed, also when `path` itself is one; but the parent,
+    // "link" in "link/*", is the folder that it leads to. False when anything could not be removed
+    // or there was nothing to remove. The third argument is ignored.
     static bool deleteDirectory(const BXString& path, bool recursive, bool ignored);
 
-    // Other programs, found, launched and reached; bx_disk_server_processes.cpp. A path that ends in
+    // Other programs, found, launched and reached; bx_disk_server_processes.cpp. A path that ends
+    // in
     // ".app", in any letter case, is a bundle, one that ends in ".sh" a shell script, any other an
     // executable. Platform calls get the valid path, the shell the path as it is given. What is run
     // by the shell is waited for, and true whatever becomes of it. On Linux a bundle is a folder
     // with Contents/Info.plist and an executable in Contents/MacOS.
 
-    // Whether the bundle names a processor kind and has a version above 0. An empty path leaves the
-    // outputs alone. Kinds come from Mach-O and ELF headers; a script has none.
+    // Whether the bundle names a processor kind and has a major version above 0. An empty path
+    // leaves the outputs alone. Kinds come from Mach-O and ELF headers; a script has none.
     static bool getApplicationInfo(const BXString& path, bool& is64Bit, int& majorVersion,
                                    int& minorVersion);
-    // The shell runs: sh "path" "args"; path 'args'; sh "path" "arg" ...; path "arg" "arg" ... . The
-    // path of an executable is not quoted, and nothing in a path or an argument is escaped. A bundle
-    // is launched as one more instance and not waited for; false when that is refused.
+    // The shell runs: sh "path" "args"; path 'args'; sh "path" "arg" ...; path "arg" "arg" ... .
+    // The path of an executable is not quoted, and nothing in a path or an argument is escaped. A
+    // bundle is launched as one more instance and not waited for; false when that is refused.
     static bool launchApplication(const BXString& path, const BXString& args);
     static bool launchApplication(const BXString& path, const BXArray<BXString>& argList);
     // By osascript, which asks for an administrator's password and runs, for a script, bundle or
@@ -113,8 +114,7 @@ public:
     // empty it is the message, no event is sent, and the result is false. On Linux nothing can be
     // sent: false.
     static bool sendAppleEventToApplication(const BXString& appPath, std::uint32_t code,
-                                            const BXString& text,
-                                            const BXArray<BXString>& argList);
+                                            const BXString& text, const BXArray<BXString>& argList);
     static bool sendAppleEventToApplication(const BXString& appPath, std::uint32_t eventClass,
                                             std::uint32_t eventID, const BXString& text,
                                             const BXArray<BXString>& argList);

@@ -53,19 +53,19 @@ bool runInShell(const BXString& command) {
     return true;
 }
 
-BXString between(const char* quote, const BXString& text) {
+BXString quoted(const char* quote, const BXString& text) {
     return quote + text + quote;
 }
 
 BXString listInDoubleQuotes(const BXArray<BXString>& arguments) {
     BXString list;
-    for (const BXString& argument : arguments) list += " " + between("\"", argument);
+    for (const BXString& argument : arguments) list += " " + quoted("\"", argument);
     return list;
 }
 
 // Empty for no argument.
 BXString oneArgument(const char* quote, const BXString& argument) {
-    return argument.isEmpty() ? BXString() : " " + between(quote, argument);
+    return argument.isEmpty() ? BXString() : " " + quoted(quote, argument);
 }
 
 bool launchBundle(const BXString& path, const BXArray<BXString>& arguments) {
@@ -78,8 +78,7 @@ bool launchBundle(const BXString& path, const BXArray<BXString>& arguments) {
 bool runAsAdmin(const BXString& path, const BXString& arguments) {
     const char* const program = isShellScript(path) ? "sh " : isBundle(path) ? "open -a " : "";
     return runInShell("osascript -e \"do shell script \\\"" + BXString(program) +
-                      between("'", path) + arguments +
-                      "\\\" with administrator privileges\"");
+                      quoted("'", path) + arguments + "\\\" with administrator privileges\"");
 }
 
 bool findOrLaunch(const BXFileReference& application, BXProcessSerialNumber& process) {
@@ -140,17 +139,17 @@ bool BXDiskServer::getApplicationInfo(const BXString& path, bool& is64Bit, int& 
 
 bool BXDiskServer::launchApplication(const BXString& path, const BXString& args) {
     if (isShellScript(path)) {
-        return runInShell("sh " + between("\"", path) + oneArgument("\"", args));
+        return runInShell("sh " + quoted("\"", path) + oneArgument("\"", args));
     }
-    // Required(R80): apostrophes here, where every other form has double quotes, and a path that is
-    // not quoted.
+    // Required(R80): apostrophes here, where every other form that is run as the user has double
+    // quotes, and a path that is not quoted.
     if (!isBundle(path)) return runInShell(path + oneArgument("'", args));
     return launchBundle(path, args.isEmpty() ? BXArray<BXString>() : BXArray<BXString>{args});
 }
 
 bool BXDiskServer::launchApplication(const BXString& path, const BXArray<BXString>& argList) {
     if (isShellScript(path)) {
-        return runInShell("sh " + between("\"", path) + listInDoubleQuotes(argList));
+        return runInShell("sh " + quoted("\"", path) + listInDoubleQuotes(argList));
     }
     if (!isBundle(path)) return runInShell(path + listInDoubleQuotes(argList));
     return launchBundle(path, argList);
@@ -184,8 +183,7 @@ bool BXDiskServer::openFileInApplication(const BXString& appPath, const BXString
     BXFileReference document;
     if (!findFile(appPath, application) || !findFile(filePath, document)) return false;
     BXProcessSerialNumber process;
-    if (platform().launchesWithDocument() &&
-        !bxFindProcessOf(platform(), application, process)) {
+    if (platform().launchesWithDocument() && !bxFindProcessOf(platform(), application, process)) {
         const BXArray<BXString> arguments{document.path};
         if (!platform().launch(application, kReachOrStart, &arguments, &process)) return false;
     } else if (!findOrLaunch(application, process) ||
@@ -243,7 +241,7 @@ bool BXDiskServer::runAppleScriptMultiLine(const BXString& script) {
         const std::size_t length = std::strcspn(line, "\n");
         BXString piece;
         piece.create(line, line + length);
-        if (!piece.isEmpty()) command += " -e" + between("'", piece);
+        if (!piece.isEmpty()) command += " -e" + quoted("'", piece);
         if (!line[length]) break;
         line += length + 1;
     }

@@ -190,9 +190,13 @@ bool BXFile::append(const char* path, const void* bytes, std::size_t count) noex
     BXFile file;
     file.m_descriptor = openRegular(path, O_WRONLY | O_CREAT | O_APPEND);
     if (!file.isOpen()) return false;
-    return writeAll(bytes, count, [&](const char* from, std::size_t size, std::size_t) {
+    const std::int64_t before = file.size();
+    const bool whole = writeAll(bytes, count, [&](const char* from, std::size_t size, std::size_t) {
         return ::write(file.m_descriptor, from, size);
     });
+    // A part of a line would join the next one.
+    if (!whole) file.truncate(before);
+    return whole;
 }
 
 std::FILE* BXFile::openStream(const char* path, const char* mode) noexcept {

@@ -30,8 +30,8 @@ public:
     // True iff all bytes were written.
     bool writeAt(std::int64_t offset, const void* bytes, std::size_t count) noexcept;
     bool truncate(std::int64_t size) noexcept;
-    // Makes room for a file of `size` bytes, by zeros behind its end. False where there is none; the
-    // file is then as it was.
+    // Makes room for a file of `size` bytes, by zeros behind its end. False where there is none;
+    // the file is then as it was.
     bool extend(std::int64_t size) noexcept;
     // The bytes that the file's disk has left for this user; the most that there can be when it
     // cannot be told.
@@ -55,7 +55,7 @@ public:
     static bool overwrite(const char* path, const void* bytes, std::size_t count,
                           bool& opened) noexcept;
     // Adds the bytes at the end in one write, creating the file if it is missing. True iff all were
-    // written.
+    // written; otherwise the file is as it was.
     static bool append(const char* path, const void* bytes, std::size_t count) noexcept;
     // A stdio stream over the regular file at `path`, or null. `mode` is one of fopen's that begin
     // with r, w or a.

@@ -13,12 +13,8 @@ public:
         : m_bytes(static_cast<const unsigned char*>(bytes)), m_size(size) {}
 
     std::size_t size() const { return m_size; }
-    std::uint32_t bigAt(std::size_t at) const {
-        return bytesAt(at, at + 1, at + 2, at + 3);
-    }
-    std::uint32_t littleAt(std::size_t at) const {
-        return bytesAt(at + 3, at + 2, at + 1, at);
-    }
+    std::uint32_t bigAt(std::size_t at) const { return bytesAt(at, at + 1, at + 2, at + 3); }
+    std::uint32_t littleAt(std::size_t at) const { return bytesAt(at + 3, at + 2, at + 1, at); }
     unsigned int byteAt(std::size_t at) const { return m_bytes[at]; }
 
 private:
@@ -38,7 +34,8 @@ BXArray<long> partsOf(const Head& head, std::size_t entrySize) {
     BXArray<long> kinds;
     const std::uint32_t count = head.bigAt(4);
     if (count > kMostParts) return kinds;
-    for (std::size_t at = 8; kinds.size() < count && at + entrySize <= head.size(); at += entrySize) {
+    for (std::size_t at = 8; kinds.size() < count && at + entrySize <= head.size();
+         at += entrySize) {
         kinds.push_back(static_cast<long>(head.bigAt(at)));
     }
     return kinds;
@@ -54,8 +51,8 @@ BXArray<long> elfKind(const Head& head) {
     };
     if (head.size() < 20) return {};
     const bool isLittle = head.byteAt(5) == 1;
-    const unsigned int machine = isLittle ? head.byteAt(18) | head.byteAt(19) << 8
-                                          : head.byteAt(19) | head.byteAt(18) << 8;
+    const unsigned int machine =
+        isLittle ? head.byteAt(18) | head.byteAt(19) << 8 : head.byteAt(19) | head.byteAt(18) << 8;
     for (const Machine& known : kMachines) {
         if (known.elf == machine) return {known.machO};
     }

@@ -14,10 +14,10 @@ struct BXProcessSerialNumber {
     bool isNone() const noexcept { return high == 0 && low == 0; }
 };
 
-// A file or folder that was there when it was looked up.
+// A file or folder that was there when it was looked up. Which of the two members tells where it is
+// is the platform's: the path on Linux, the record on the Mac, a plain value that needs no release.
 struct BXFileReference {
     BXString path;
-    // What the platform keeps of it besides; a plain value that needs no release.
     unsigned char record[80] = {};
 };
 
@@ -36,11 +36,14 @@ struct BXKeyEvent {
 };
 
 // The seam between what BXDiskServer decides and what the system does: launching, finding and
-// reaching other programs. No operation decides anything, blocks (but for the shell and the panel)
-// or throws, except for a failed allocation; each is false when the system refused, and then has
-// nothing left to release. Called from one thread at a time.
+// reaching other programs. No operation decides anything that the platform's own interfaces do not
+// (such as whether a launch reaches the instance that runs), blocks (but for the shell and the
+// panel) or throws, except for a failed allocation; each is false when the system refused, and then
+// has nothing left to release. Called from one thread at a time.
 class BXPlatform {
 public:
+    // The Mac's numbers. Linux looks at LAUNCH_NEW_INSTANCE alone: it launches without waiting and
+    // has no list of what was used.
     enum LaunchFlag : std::uint32_t {
         LAUNCH_DONT_ADD_TO_RECENTS = 0x00000100,
         LAUNCH_ASYNC = 0x00010000,

@@ -19,6 +19,10 @@
 namespace {
 
 static_assert(sizeof(FSRef) == sizeof(BXFileReference::record), "a file reference is kept whole");
+static_assert(BXPlatform::LAUNCH_DONT_ADD_TO_RECENTS == kLSLaunchDontAddToRecents &&
+                  BXPlatform::LAUNCH_ASYNC == kLSLaunchAsync &&
+                  BXPlatform::LAUNCH_NEW_INSTANCE == kLSLaunchNewInstance,
+              "the flags are this platform's");
 
 FSRef fileOf(const BXFileReference& file) {
     FSRef reference;
@@ -116,8 +120,7 @@ BXArray<long> architecturesOf(CFBundleRef bundle) {
     const Owned<CFArrayRef> numbers(CFBundleCopyExecutableArchitectures(bundle));
     const CFIndex count = numbers ? CFArrayGetCount(numbers.get()) : 0;
     for (CFIndex i = 0; i < count; ++i) {
-        const auto number =
-            static_cast<CFNumberRef>(CFArrayGetValueAtIndex(numbers.get(), i));
+        const auto number = static_cast<CFNumberRef>(CFArrayGetValueAtIndex(numbers.get(), i));
         long architecture = 0;
         CFNumberGetValue(number, kCFNumberLongType, &architecture);
         architectures.push_back(architecture);
@@ -233,8 +236,8 @@ public:
                   const BXString& text) override {
         Descriptor event;
         return makeEvent(process, eventID, event) &&
-               AEPutParamPtr(event.get(), keyDirectObject, typeChar, text.c_str(),
-                             text.length()) == noErr &&
+               AEPutParamPtr(event.get(), keyDirectObject, typeChar, text.c_str(), text.length()) ==
+                   noErr &&
                send(event);
     }
 

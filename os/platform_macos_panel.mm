@@ -21,7 +21,7 @@ std::unique_ptr<char[]> bxChooseFileInPanel(const char* title) {
     NSOpenPanel* const panel = [[NSOpenPanel openPanel] retain];
     NSString* const text = title ? [NSString stringWithUTF8String:title] : nil;
     if (text) [panel setTitle:text];
-    // Twice, as it has always been sent.
+    // Required(R92): sent twice.
     [panel setCanChooseDirectories:NO];
     [panel setCanChooseDirectories:NO];
     [panel setAllowsMultipleSelection:NO];

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "os/bx_folder.h"
 #include "os/bundle_folder.h"
+#include "os/bx_folder.h"
 
 namespace {
 
@@ -43,7 +43,7 @@ std::string headOf(const std::string& path, std::size_t limit) {
     return head;
 }
 
-// The arguments of a process, as far as the first page of them goes.
+// The arguments of a process, as far as its first 16 KiB of them go: a script's path is among them.
 std::vector<std::string> argumentsOf(std::uint32_t id) {
     const std::string whole = headOf(procFile(id, "cmdline"), 4 * PATH_MAX);
     std::vector<std::string> arguments;

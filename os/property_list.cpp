@@ -92,10 +92,11 @@ private:
         if (isHex) digits.remove_prefix(1);
         std::uint32_t number = 0;
         for (const char c : digits) {
-            const std::uint32_t digit = c >= '0' && c <= '9'   ? static_cast<std::uint32_t>(c - '0')
-                                        : c >= 'a' && c <= 'f' ? static_cast<std::uint32_t>(c - 'a' + 10)
-                                        : c >= 'A' && c <= 'F' ? static_cast<std::uint32_t>(c - 'A' + 10)
-                                                               : 99;
+            const std::uint32_t digit =
+                c >= '0' && c <= '9'   ? static_cast<std::uint32_t>(c - '0')
+                : c >= 'a' && c <= 'f' ? static_cast<std::uint32_t>(c - 'a' + 10)
+                : c >= 'A' && c <= 'F' ? static_cast<std::uint32_t>(c - 'A' + 10)
+                                       : 99;
             if (digit >= base || number > 0x10FFFF) return 0;
             number = number * base + digit;
         }
@@ -118,7 +119,7 @@ private:
     std::string m_text;
 };
 
-bool isTopDictionary(XmlTags& tags) {
+bool enterTopDictionary(XmlTags& tags) {
     XmlTags::Kind kind = tags.next();
     if (kind == XmlTags::Opening && tags.name() == "plist") kind = tags.next();
     return kind == XmlTags::Opening && tags.name() == "dict";
@@ -126,7 +127,7 @@ bool isTopDictionary(XmlTags& tags) {
 
 bool findInXml(std::string_view xml, std::string_view wanted, std::string& value) {
     XmlTags tags(xml);
-    if (!isTopDictionary(tags)) return false;
+    if (!enterTopDictionary(tags)) return false;
     std::string key;
     for (std::size_t depth = 0;;) {
         const XmlTags::Kind kind = tags.next();
@@ -183,7 +184,8 @@ private:
     std::uint64_t numberAt(std::uint64_t at, std::uint64_t size) const {
         std::uint64_t number = 0;
         for (std::uint64_t i = 0; i < size; ++i) {
-            number = number << 8 | static_cast<unsigned char>(m_bytes[static_cast<std::size_t>(at + i)]);
+            number =
+                number << 8 | static_cast<unsigned char>(m_bytes[static_cast<std::size_t>(at + i)]);
         }
         return number;
     }
@@ -218,7 +220,8 @@ private:
         std::uint64_t length;
         if (!takeHead(at, kind, length)) return false;
         if (kind == kAscii && holds(at, length)) {
-            text.assign(m_bytes.substr(static_cast<std::size_t>(at), static_cast<std::size_t>(length)));
+            text.assign(
+                m_bytes.substr(static_cast<std::size_t>(at), static_cast<std::size_t>(length)));
             return true;
         }
         if (kind != kUtf16 || length > m_bytes.size() || !holds(at, 2 * length)) return false;
@@ -237,8 +240,8 @@ private:
         return true;
     }
 
-    // No key is longer than the one wanted and compared, so many references to one long text cost
-    // no more than as many comparisons of heads.
+    // Only texts of the wanted length are read, so that many references to a longer one cost
+    // little.
     bool isText(std::uint64_t at, std::string_view wanted) const {
         unsigned int kind;
         std::uint64_t length;

@@ -6,12 +6,14 @@ folder=$(dirname "$0")
 
 finish() {
     printf '%s' "$1" >"$folder/Vek_InstallLog.new"
+    chmod 644 "$folder/Vek_InstallLog.new" # the bridge reads it as the user
     mv "$folder/Vek_InstallLog.new" "$folder/Vek_InstallLog.txt"
     exit
 }
 
-app=$(sed -n 's/^[[:blank:]]*PATH[[:blank:]:=]*"\(.*\)"[[:space:]]*$/\1/p' \
-    "$folder/Vek_Config.txt" 2>/dev/null | head -n 1)
+# As the bridge reads it: the key in any letter case, with or without quotes around the value.
+app=$(grep -i '^[[:blank:]]*PATH[[:blank:]:=]' "$folder/Vek_Config.txt" 2>/dev/null | head -n 1 |
+    sed 's/^[[:blank:]]*[A-Za-z]*[[:blank:]:=]*//; s/[[:space:]]*$//; s/^"\(.*\)"$/\1/')
 [ -n "$app" ] || finish "It is not known where Example is. Locate it first."
 [ -d "$app/Contents" ] || finish "Example is no longer where it was located: $app"
 resources=$app/Contents/Resources

@@ -1,16 +1,23 @@
 #!/bin/sh
-# The LOCATE_COMMAND: looks for the application and notes in Vek_Config.txt where it is, the first
-# line PATH and whatever else stood there behind it. Notes nothing when it finds none.
+# The LOCATE_COMMAND: looks for the application and notes in Vek_Config.txt where it is: a line PATH
+# first, or none where it finds none, and behind it whatever else stood there.
 folder=$(dirname "$0")
 config=$folder/Vek_Config.txt
-for app in /Applications/Example.app "${HOME-}/Applications/Example.app" "$folder/Example.app"; do
-    [ -x "$app/Contents/MacOS/Example" ] || continue
+
+note() {
     {
-        printf 'PATH = "%s"\n' "$app"
+        printf '%s' "$1"
         [ ! -f "$config" ] || grep -iv '^[[:blank:]]*PATH[[:blank:]:=]' "$config"
     } >"$config.new"
     mv "$config.new" "$config"
+}
+
+for app in /Applications/Example.app "${HOME-}/Applications/Example.app" "$folder/Example.app"; do
+    [ -x "$app/Contents/MacOS/Example" ] || continue
+    note "PATH = \"$app\"
+"
     exit
 done
+note ''
 echo "Example.app is in none of the usual folders." >&2
 exit 1

@@ -28,7 +28,8 @@ std::map<std::string, Row> rows() {
     std::map<std::string, Row> found;
     const std::string text = readFile(kSource + "/docs/required.md");
     const std::regex row(
-        "\\| (R[0-9]{2}) \\|.*\\| ([a-z_/]+\\.(?:cpp|h)) \\| ([A-Za-z0-9]+\\.[A-Za-z0-9]+) \\|");
+        "\\| (R[0-9]{2}) \\|.*\\| ([a-z0-9_/]+\\.(?:cpp|h|mm)) \\| ([A-Za-z0-9]+\\.[A-Za-z0-9]+) "
+        "\\|");
     for (std::sregex_iterator it(text.begin(), text.end(), row), end; it != end; ++it) {
         EXPECT_EQ(found.count((*it)[1]), 0u) << (*it)[1] << " stands twice";
         found[(*it)[1]] = {(*it)[2], (*it)[3]};
@@ -50,7 +51,7 @@ void forEachSource(const std::string& folder, Visit visit) {
     int seen = 0;
     for (const auto& entry : fs::recursive_directory_iterator(kSource + "/" + folder)) {
         const std::string extension = entry.path().extension().string();
-        if (extension != ".cpp" && extension != ".h") continue;
+        if (extension != ".cpp" && extension != ".h" && extension != ".mm") continue;
         visit(fs::relative(entry.path(), kSource).string(), readFile(entry.path().string()));
         ++seen;
     }

@@ -144,8 +144,3 @@ TEST_F(CallFrame, WritesATextWithItsNulAndNotAByteMore) {
     EXPECT_EQ(block[1], '\0');
     EXPECT_EQ(std::string(block + 2, 6), "zzzzzz");
 }
-
-TEST_F(CallFrame, GivesTheFailureResultOfTheExportThatIsNotBuiltYet) {
-    threeApps();
-    EXPECT_EQ(m_library.call("SetItemPos", "a:b", 0.0), -1.0f);
-}

@@ -27,14 +27,14 @@ protected:
 
     // One application, "App", with these lines in its descriptor.
     void addApp(const std::string& descriptor) {
-        m_tree.addApp("App", "NAME \"App\"\n" + descriptor);
+        m_tree.addApp("App", "NAME \"An application\"\n" + descriptor);
         ASSERT_EQ(m_library.call("InitializeVek", "/Applications"), 1.0f);
     }
     static std::string file(const std::string& name) { return Tree::app("App", name); }
     // A program in the application's folder that writes down how it was called.
     void addProgram(const std::string& name) {
-        writeFile(file(name), "#!/bin/sh\nprintf '[%s]' \"${0##*/}\" \"$@\" > '" +
-                                  (m_folder / "ran") + "'\n");
+        writeFile(file(name),
+                  "#!/bin/sh\nprintf '[%s]' \"${0##*/}\" \"$@\" > '" + (m_folder / "ran") + "'\n");
         chmod(file(name).c_str(), 0755);
     }
     std::string ran() {
@@ -123,10 +123,25 @@ TEST_F(CallVekAppCommandTest, TakesABlankBeforeTheQuoteForAPartOfTheProgramsName
 }
 
 TEST_F(CallVekAppCommandTest, IsZeroWhateverBecomesOfTheCommand) {
-    addApp("EDIT_COMMAND \"missing.sh\"\n");
+    addApp("EDIT_COMMAND \"missing.sh\"\nINIT_COMMAND \"Missing.app\"\n");
     testing::internal::CaptureStderr();
     EXPECT_EQ(m_library.call("CallVekAppCommand", "EDIT_COMMAND"), 0.0f);
+    EXPECT_EQ(m_library.call("CallVekAppCommand", "INIT_COMMAND"), 0.0f);
     testing::internal::GetCapturedStderr();
+}
+
+TEST_F(CallVekAppCommandTest, LaunchesABundle) {
+    makeBundle(file("Edit it.app"), "1", lastingScript(m_folder / "journal", m_folder / "stop"));
+    addApp("EDIT_COMMAND \"Edit it.app\"\n");
+    EXPECT_EQ(m_library.call("CallVekAppCommand", "EDIT_COMMAND"), 0.0f);
+    EXPECT_EQ(m_library.call("VekAppIsRunning", file("Edit it.app")), 1.0f);
+    writeFile(m_folder / "stop", "");
+    EXPECT_TRUE(
+        soon([&] { return m_library.call("VekAppIsRunning", file("Edit it.app")) == 0.0f; }));
+    m_standIns.add("osascript", "printf '[%s]' \"$@\" > '" + (m_folder / "ran") + "'");
+    EXPECT_EQ(m_library.call("CallVekAppCommandAsAdmin", "EDIT_COMMAND"), 0.0f);
+    EXPECT_EQ(ran(), "[-e][do shell script \"open -a '" + file("Edit it.app") +
+                         "'\" with administrator privileges]");
 }
 
 TEST_F(CallVekAppCommandTest, AsksOsascriptAsAnAdministrator) {
@@ -136,8 +151,8 @@ TEST_F(CallVekAppCommandTest, AsksOsascriptAsAnAdministrator) {
     EXPECT_EQ(ran(), "[-e][do shell script \"sh '" + file("edit.sh") +
                          "'\" with administrator privileges]");
     EXPECT_EQ(m_library.call("CallVekAppCommandAsAdmin", "INIT_COMMAND"), 0.0f);
-    EXPECT_EQ(ran(), "[-e][do shell script \"'" + file("tool") +
-                         "' '-v'\" with administrator privileges]")
+    EXPECT_EQ(ran(),
+              "[-e][do shell script \"'" + file("tool") + "' '-v'\" with administrator privileges]")
         << "the shell drops the quotes around -v";
 }
 
@@ -164,6 +179,9 @@ TEST_F(Control, OpensAProgramWithAndWithoutAnArgument) {
     EXPECT_EQ(ran(), "[tool][a b]");
     EXPECT_EQ(m_library.call("OpenVekApplication", file("tool")), 0.0f);
     EXPECT_EQ(ran(), "[tool]");
+    addProgram("a script.sh");
+    EXPECT_EQ(m_library.call("OpenVekApplication", file("a script.sh"), 0.0, arguments), 0.0f);
+    EXPECT_EQ(ran(), "[a script.sh][a b]");
     EXPECT_EQ(m_library.call("OpenVekApplication", m_folder / "Missing.app"), 0.0f);
     EXPECT_EQ(m_library.call("OpenVekApplication"), 0.0f);
 }
@@ -174,8 +192,8 @@ TEST_F(Control, IsNotRunningWhatIsNotThere) {
 }
 
 TEST_F(Control, GivesThePathThatWasChosenInTheOpenPanel) {
-    m_standIns.add("zenity", "printf '[%s]' \"$@\" > '" + (m_folder / "ran") +
-                                 "'; echo '/a b/\xC3\xA4.obj'");
+    m_standIns.add("zenity",
+                   "printf '[%s]' \"$@\" > '" + (m_folder / "ran") + "'; echo '/a b/\xC3\xA4.obj'");
     OutText out;
     EXPECT_EQ(m_library.call("OpenFileDialog", "Choose a mesh", 0.0, out.block()), 0.0f);
     EXPECT_EQ(out.text(), "/a b/\xC3\xA4.obj");
@@ -239,6 +257,7 @@ TEST_F(VekAppInstallTest, GivesUpAfterHalfAMinuteWithItsWholeMessageWhateverTheS
     OutText out;
     EXPECT_EQ(install("/X", out.block(), 10), 1.0f);
     EXPECT_EQ(out.text(), kNoLog);
+    EXPECT_EQ(sizeof kNoLog, 219u) << "as the header says";
     EXPECT_EQ(m_clock.slept(), 30000);
     EXPECT_EQ(list(), "none");
     OutText untouched;
@@ -262,6 +281,21 @@ TEST_F(VekAppInstallTest, GivesTheLogsMessageCutToTheBlock) {
     for (const int size : {0, -1, -2147483647 - 1}) EXPECT_EQ(install("/X", block, size), 1.0f);
     EXPECT_EQ(install("/X", nullptr, 100), 1.0f);
     EXPECT_EQ(std::string(block, 8), "zzzzzzzz");
+}
+
+TEST_F(VekAppInstallTest, FailsForALogOfASingleByte) {
+    addInstaller("echo > \"$folder/Vek_InstallLog.txt\"");
+    char block[4] = "old";
+    EXPECT_EQ(install("/X", block, 2), 1.0f);
+    EXPECT_STREQ(block, "\n");
+    EXPECT_EQ(list(), "none");
+}
+
+TEST_F(VekAppInstallTest, DoesNotTellThatTheListCouldNotBeWritten) {
+    addInstaller(": > \"$folder/Vek_InstallLog.txt\"");
+    makeFolders(file("Vek_InstallList.txt"));
+    EXPECT_EQ(install("/X", nullptr, 0), 0.0f);
+    EXPECT_EQ(m_library.call("VekAppIsInstalled", "/X"), 0.0f);
 }
 
 // Required(R85)

@@ -128,7 +128,34 @@ TEST(SmoothEdges, CountAFaceWithoutAnAreaAsOneWithoutANormal) {
     EXPECT_TRUE(mesh.isSmooth(0, 1, at(91.0f)));
 }
 
+TEST(SmoothEdges, LieBetweenFacesExactlyTheAngleApart) {
+    EXPECT_TRUE(folded(0).isSmooth(0, 1, 1.0)) << "the cosine of no angle at all";
+}
+
+// Required(R65)
+TEST(SmoothEdges, AreHardAroundFacesThatAreTinyBesideTheMesh) {
+    const auto innerEdgeIsSmooth = [](float cells, float size) {
+        Mesh mesh;
+        const float cell = size / cells;
+        mesh.vertices = {0, 0, 0, cell, 0, 0, 0, cell, 0, cell, cell, 0, size, size, 0};
+        mesh.addFace({0, 1, 2});
+        mesh.addFace({2, 1, 3});
+        return mesh.isSmooth(1, 2, at(30.0f));
+    };
+    EXPECT_TRUE(innerEdgeIsSmooth(600, 1));
+    EXPECT_FALSE(innerEdgeIsSmooth(1000, 1));
+    EXPECT_TRUE(innerEdgeIsSmooth(1000, 10));
+    EXPECT_FALSE(innerEdgeIsSmooth(10, 1e-5f));
+    EXPECT_TRUE(innerEdgeIsSmooth(10, 1e5f));
+    EXPECT_FALSE(innerEdgeIsSmooth(10, 1e7f)) << "the sum of its unit normals is below the bound";
+}
+
 TEST(SmoothEdges, AreNotThoseOfAFaceWithAVertexWithoutCoordinates) {
+    Mesh first;  // as folded(0), with the face that has none in front
+    first.vertices = {0, 0, 0, 0, 1, 0, -1, 0.5f, 0};
+    first.addFace({1, 0, 3});
+    first.addFace({0, 1, 2});
+    EXPECT_EQ(first.smooth(at(170.0f)), std::vector<unsigned char>(5, 0));
     Mesh mesh = folded(0);
     mesh.vertices.resize(9);  // the last one has none
     EXPECT_FALSE(mesh.isSmooth(0, 1, at(170.0f)));

@@ -221,6 +221,23 @@ TEST_F(MayaMerge, TakesRangesInAnyOrder) {
         << text;
 }
 
+TEST_F(MayaMerge, PutsVerticesThatComeInAnotherOrderInTheirPlaces) {
+    // Folded at the edge between the two faces, so that another order would make it smooth.
+    const std::string faces = faceCount(2) + faceRange("0:1", " f 3 0 1 2 f 3 3 4 -2");
+    const std::string inOrder = merged(squareVertices("9") + squareEdges() + faces);
+    const std::string text = merged(vertexCount(4) + vertexRange("2:3", " 0 1 0 1 1 9") +
+                                    vertexRange("0:1", " 0 0 0 1 0 0") + squareEdges() + faces);
+    EXPECT_EQ(text.substr(text.find(".ed")), inOrder.substr(inOrder.find(".ed")));
+    EXPECT_EQ(inOrder.find(" 1 2 1"), std::string::npos) << "hard";
+    EXPECT_NE(merged(squareVertices("0") + squareEdges() + faces).find(" 1 2 1"),
+              std::string::npos);
+}
+
+TEST_F(MayaMerge, MarksEveryEdgeHardWithoutVertices) {
+    const std::string faces = faceCount(2) + faceRange("0:1", " f 3 0 1 2 f 3 3 4 -2");
+    EXPECT_EQ(merged(squareEdges("11111") + faces), squareEdges("00000") + faces);
+}
+
 TEST_F(MayaMerge, GoesOnBehindASemicolonOnTheSameLine) {
     EXPECT_EQ(merged("\tsetAttr -s 5 \".ed\";setAttr \".ed[0:4]\" 0 1 0 1 2 0 2 0 0 1 3 0 3 2 0; "
                      "text\nmore"),
@@ -292,7 +309,8 @@ TEST_F(MayaMerge, RecognisesTheLineBehindATypeThatIsCutOff) {
         EXPECT_EQ(merged(field + "// End of x\nafter\n"), field);
     }
     // What stands behind the word on its line begins none.
-    const std::string inside = "\tsetAttr \".fc[0]\"\n-type // End of x\n-type setAttr -s 0 \".ed\"  ;\n";
+    const std::string inside =
+        "\tsetAttr \".fc[0]\"\n-type // End of x\n-type setAttr -s 0 \".ed\"  ;\n";
     EXPECT_EQ(merged(inside), inside);
     EXPECT_EQ(merged(squareEdges() + "\tsetAttr \".fc[0]\" -type\n\"polyFaces\"\n f 3 0 1 2;\n"),
               squareEdges() + faceCount(1) + faceRange("0:0", " f 3 0 1 2"));

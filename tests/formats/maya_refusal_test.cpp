@@ -47,6 +47,7 @@ TEST_F(MayaRefusal, OfTwoCountsThatDiffer) {
     expectRefused(edgeCount(4) + squareEdges());
     expectRefused(uvCount(2) + uvCount(1) + uvRange("0:1", " 0 0 1 0"));
     EXPECT_TRUE(mergeRefuses(uvCount(1) + uvCount(2) + uvRange("0:1", " 0 0 1 0")));
+    EXPECT_TRUE(mergeRefuses(vertexCount(3) + squareVertices()));
     expectTaken(uvCount(2) + uvCount(2) + uvRange("0:1", " 0 0 1 0"));
 }
 
@@ -96,6 +97,26 @@ TEST_F(MayaRefusal, OfAListThatIsNotAsLongAsItsLoop) {
     EXPECT_TRUE(splitRefuses(withFaces(" f 3 0 1 2 mu 1 2 0 1")));
     EXPECT_TRUE(splitRefuses(withFaces(" f 3 0 1 2 mc 0 4 0 1 2 3")));
     EXPECT_TRUE(splitRefuses(withFaces(" f 4 0 1 2 3 h 3 0 1 2 mu 0 4 0 1 2 0")));
+}
+
+TEST_F(MayaRefusal, OfAListThatClaimsAnotherLengthThanItHas) {
+    expectRefused(withFaces(" f 3 0 1 2 mu 0 2 0 1 2"));
+    expectRefused(withFaces(" f 3 0 1 2 mu 0 4 0 1 2"));
+    for (const char* list : {" mc 0 2 0 1 2", " mu 1 4 0 1 2", " h 3 0 1 2 mu 0 2 0 1 2"}) {
+        EXPECT_TRUE(splitRefuses(withFaces(std::string(" f 3 0 1 2") + list))) << list;
+    }
+    EXPECT_TRUE(splitRefuses(withFaces(" f 3 0 1 2 mu -1 3 0 1 2")));
+}
+
+TEST_F(MayaRefusal, OfAnEdgeBeyondTheCountInMayasSmallForm) {
+    const std::string edges = "\tsetAttr -s 3 \".ed[0:2]\" 0 1 0 1 2 0 2 0 0;\n";
+    EXPECT_TRUE(splitRefuses(edges + faceRange("0:0", " f 3 0 1 9")));
+    EXPECT_FALSE(splitRefuses(edges + faceRange("0:0", " f 3 0 1 2")));
+}
+
+TEST_F(MayaRefusal, OfAVertexBelowZero) {
+    EXPECT_TRUE(mergeRefuses(edgeCount(1) + edgeRange("0:0", " 0 -1 0")));
+    EXPECT_TRUE(mergeRefuses(edgeCount(1) + edgeRange("0:0", " -1 0 0")));
 }
 
 TEST_F(MayaRefusal, OfTwoListsOfUVs) {

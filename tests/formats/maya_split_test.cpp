@@ -79,6 +79,22 @@ TEST_F(MayaSplit, ReadsMeshesOfOneFaceWithAndWithoutTheirCornerCount) {
     EXPECT_EQ(split(uvs + "\tsetAttr -s 1 -ch 3 \".fc[0:0]\"" + data), result);
 }
 
+TEST_F(MayaSplit, PutsUVsAndFacesThatComeInAnotherOrderInTheirPlaces) {
+    const std::string faces = faceCount(2) + faceRange("1:1", " f 3 3 4 -2 mu 0 3 1 3 2") +
+                              faceRange("0:0", " f 3 0 1 2 mu 0 3 0 1 2");
+    const std::string text = split(uvRange("2:3", " 0 1 1 1") + uvRange("0:1", " 0 0 1 0") + faces);
+    EXPECT_NE(text.find(" 0.00000 0.00000 1.00000 0.00000 0.00000 1.00000 1.00000 0.00000"
+                        " 1.00000 1.00000 0.00000 1.00000;"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find(" f 3 0 1 2 mu 0 3 0 1 2 f 3 3 4 -2 mu 0 3 3 4 5;"), std::string::npos);
+}
+
+TEST_F(MayaSplit, TakesACountedRangeOfUVsOnlyWithItsType) {
+    const std::string untyped = "\tsetAttr -s 1 \".uvst[0].uvsp[0:0]\" 0 0;\n";
+    EXPECT_EQ(split(untyped), untyped);
+}
+
 TEST_F(MayaSplit, RewindsTheFacesWhenTheImportMirrors) {
     BXVek::s_importReverse = true;
     EXPECT_EQ(split(uvCount(4) + uvRange("0:3", kFourPoints) + faceCount(2) +
@@ -182,10 +198,9 @@ TEST_F(MayaSplit, ReadsItsOwnOutputAndThatOfTheMerge) {
 
 // The merge leaves the count that Maya writes in a line of its own, and says another one behind it.
 TEST_F(MayaSplit, GoesByTheLastOfSeveralCountsOfUVs) {
-    const std::string scene =
-        asMayaWritesIt(uvCount(6) + uvRange("0:5", " 0 0 1 0 0 1 1 0 1 1 0 1") + squareVertices() +
-                       squareEdges() + faceCount(2) +
-                       faceRange("0:1", " f 3 0 1 2 mu 0 3 0 1 2 f 3 3 4 -2 mu 0 3 3 4 5"));
+    const std::string scene = asMayaWritesIt(
+        uvCount(6) + uvRange("0:5", " 0 0 1 0 0 1 1 0 1 1 0 1") + squareVertices() + squareEdges() +
+        faceCount(2) + faceRange("0:1", " f 3 0 1 2 mu 0 3 0 1 2 f 3 3 4 -2 mu 0 3 3 4 5"));
     const std::string once = merged(scene);
     EXPECT_NE(once.find("\tsetAttr -s 6 \".uvst"), std::string::npos);
     EXPECT_NE(once.find(";setAttr -s 4 \".uvst"), std::string::npos);

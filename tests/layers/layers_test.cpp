@@ -25,7 +25,7 @@ const Layer kLayers[] = {
     {"config", "config/config_line.h", {"foundation", "os", "config"}},
     {"bridge", "bridge/bx_vek.h", {"foundation", "os", "config", "bridge"}},
     {"formats", "formats/bx_vek_file.h", {"foundation", "os", "config", "bridge", "formats"}},
-    {"host", "host/graphix_table.h", {"foundation", "host"}},
+    {"host", "host/accessors.h", {"foundation", "host"}},
     {"exports",
      "exports/call_frame.h",
      {"foundation", "os", "config", "bridge", "formats", "host", "exports"}},

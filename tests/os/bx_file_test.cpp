@@ -10,8 +10,8 @@
 #include <cstring>
 #include <utility>
 
-#include "tests/support/permissions.h"
 #include "tests/os/full_disk.h"
+#include "tests/support/permissions.h"
 #include "tests/support/temp_folder.h"
 
 using Access = BXFile::Access;

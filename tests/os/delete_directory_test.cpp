@@ -238,7 +238,8 @@ TEST(DeleteDirectory, RemovesALinkWhoseNameLooksLikeAFilterAlone) {
     makeTree(folder, {"keep/", "keep/1", "l1", "l/", "l/l2", "L*", "sub/", "sub/l*"});
     ASSERT_EQ(symlink("keep", (folder / "l*").c_str()), 0);
     EXPECT_TRUE(remove(folder / "l*/", kRecursive));
-    EXPECT_EQ(treeOf(folder), (Names{"L*", "keep/", "keep/1", "l/", "l/l2", "l1", "sub/", "sub/l*"}));
+    EXPECT_EQ(treeOf(folder),
+              (Names{"L*", "keep/", "keep/1", "l/", "l/l2", "l1", "sub/", "sub/l*"}));
 }
 
 TEST(DeleteDirectory, RemovesALinkAndNothingElseOfThatName) {

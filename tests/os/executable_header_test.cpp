@@ -58,7 +58,8 @@ TEST(ExecutableHeader, OfAFatMachONamesOnlyPartsThatAreThere) {
 TEST(ExecutableHeader, OfAnElfNamesTheKindThatMachOHasForIt) {
     const auto elf = [](char order, char low, char high) {
         return "\x7F"
-               "ELF\2"s + order + std::string(12, '\0') + low + high;
+               "ELF\2"s +
+               order + std::string(12, '\0') + low + high;
     };
     EXPECT_EQ(of(elf(1, 62, 0)), Kinds{0x01000007});
     EXPECT_EQ(of(elf(1, 3, 0)), Kinds{7});
@@ -70,7 +71,8 @@ TEST(ExecutableHeader, OfAnElfNamesTheKindThatMachOHasForIt) {
 }
 
 TEST(ExecutableHeader, OfAnythingElseNamesNone) {
-    for (const std::string& head : {""s, "\xCF\xFA\xED\xFE"s, "#!/bin/sh\n"s, std::string(100, 'x')}) {
+    for (const std::string& head :
+         {""s, "\xCF\xFA\xED\xFE"s, "#!/bin/sh\n"s, std::string(100, 'x')}) {
         EXPECT_EQ(of(head), Kinds());
     }
 }

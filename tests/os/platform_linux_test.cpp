@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include "os/bx_disk_server.h"
@@ -109,7 +110,11 @@ TEST_F(LinuxBundle, IsNotRunningWhereAProgramOnlyHasItsNameAsAnArgument) {
         execlp("tail", "tail", "-f", program.c_str(), static_cast<char*>(nullptr));
         _exit(127);
     }
-    usleep(100000);
+    const std::string link = "/proc/" + std::to_string(child) + "/exe";
+    char exe[4096] = {};
+    EXPECT_TRUE(soon([&] {
+        return readlink(link.c_str(), exe, sizeof exe - 1) > 0 && std::strstr(exe, "tail");
+    })) << exe;
     EXPECT_FALSE(isRunning());
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
@@ -167,8 +172,10 @@ TEST_F(LinuxBundle, TellsWhatItIs) {
         makeBundle(app(), version, program);
         return BXDiskServer::getApplicationInfo(text("Disk:" + app()), is64Bit, major, minor);
     };
-    const std::string fat("\xCA\xFE\xBA\xBE\0\0\0\2\0\0\0\7\0\0\0\3\0\0\0\0\0\0\0\0\0\0\0\0"
-                          "\1\0\0\7\0\0\0\3\0\0\0\0\0\0\0\0\0\0\0\0", 48);
+    const std::string fat(
+        "\xCA\xFE\xBA\xBE\0\0\0\2\0\0\0\7\0\0\0\3\0\0\0\0\0\0\0\0\0\0\0\0"
+        "\1\0\0\7\0\0\0\3\0\0\0\0\0\0\0\0\0\0\0\0",
+        48);
     EXPECT_TRUE(info(fat, "12.3.1"));
     EXPECT_TRUE(is64Bit);
     EXPECT_EQ(major, 12);
@@ -202,8 +209,9 @@ TEST_F(LinuxBundle, IsNotLaunchedWhereItIsNoneOrItsProgramCannotRun) {
     EXPECT_TRUE(launches("Plain.app"));
     chmod((m_folder / "Plain.app/Contents/MacOS/program").c_str(), 0644);
     EXPECT_FALSE(launches("Plain.app"));
-    writeFile(m_folder / "Plain.app/Contents/Info.plist",
-              "<plist><dict><key>CFBundleExecutable</key><string>../../../x</string></dict></plist>");
+    writeFile(
+        m_folder / "Plain.app/Contents/Info.plist",
+        "<plist><dict><key>CFBundleExecutable</key><string>../../../x</string></dict></plist>");
     writeFile(m_folder / "x", "#!/bin/sh\n");
     chmod((m_folder / "x").c_str(), 0755);
     EXPECT_FALSE(launches("Plain.app")) << "outside its bundle";
@@ -212,27 +220,53 @@ TEST_F(LinuxBundle, IsNotLaunchedWhereItIsNoneOrItsProgramCannotRun) {
 TEST_F(LinuxBundle, HasAnExecutableOfItsOwnNameWhereNoneIsNamed) {
     writeFile(app() + "/Contents/Info.plist", "<plist><dict></dict></plist>");
     EXPECT_FALSE(BXDiskServer::launchApplication(text(app()), ""));
-    rename((app() + "/Contents/MacOS/program").c_str(),
-           (app() + "/Contents/MacOS/My App").c_str());
+    rename((app() + "/Contents/MacOS/program").c_str(), (app() + "/Contents/MacOS/My App").c_str());
     EXPECT_TRUE(BXDiskServer::launchApplication(text(app()), ""));
     EXPECT_TRUE(says("started"));
 }
 
+TEST_F(LinuxBundle, IsTheSameBundleWithASeparatorBehindIt) {
+    makeBundle(app(), "3", readFile("/bin/sleep"));
+    writeFile(app() + "/Contents/Info.plist",
+              "<plist><dict><key>CFBundleVersion</key><string>3</string></dict></plist>");
+    rename((app() + "/Contents/MacOS/program").c_str(), (app() + "/Contents/MacOS/My App").c_str());
+    bool is64Bit = false;
+    int major = 0, minor = 0;
+    for (const char* behind : {"", "/", "//"}) {
+        EXPECT_TRUE(BXDiskServer::getApplicationInfo(text(app() + behind), is64Bit, major, minor));
+    }
+}
+
+// The report of the start must not come to lie where the program's own streams go.
+TEST_F(LinuxBundle, IsLaunchedByAProcessWithoutStandardStreams) {
+    for (const int streams : {1, 2, 3}) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (int stream = 0; stream < streams; ++stream) close(stream);
+            _exit(BXDiskServer::launchApplication(text(app()), "") ? 0 : 1);
+        }
+        int status = -1;
+        EXPECT_EQ(waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0) << streams;
+    }
+}
+
 TEST_F(LinuxBundle, StartsWithoutWhatThisProcessHasOpenOrIgnores) {
     const std::string report = m_folder / "report";
-    makeBundle(app(), "1", "#!/bin/sh\nls /proc/self/fd | wc -l > '" + report +
-                               "'\npwd >> '" + report + "'\ngrep -E 'SigIgn|SigBlk' /proc/$$/status >> '" +
-                               report + "'\necho end >> '" + report + "'\n");
+    makeBundle(app(), "1",
+               "#!/bin/sh\nls /proc/self/fd | wc -l > '" + report + "'\npwd >> '" + report +
+                   "'\ngrep -E 'SigIgn|SigBlk' /proc/$$/status >> '" + report + "'\necho end >> '" +
+                   report + "'\n");
     const int inherited = open("/dev/null", O_RDONLY);
     signal(SIGUSR1, SIG_IGN);
     EXPECT_TRUE(BXDiskServer::launchApplication(text(app()), ""));
     signal(SIGUSR1, SIG_DFL);
     close(inherited);
-    ASSERT_TRUE(soon([&] {
-        return fileIsThere(report) && readFile(report).find("end") != std::string::npos;
-    }));
+    ASSERT_TRUE(soon(
+        [&] { return fileIsThere(report) && readFile(report).find("end") != std::string::npos; }));
     // ls has the three streams and the folder that it lists.
-    EXPECT_EQ(readFile(report), "4\n/\nSigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\nend\n");
+    EXPECT_EQ(readFile(report),
+              "4\n/\nSigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\nend\n");
 }
 
 namespace {
@@ -252,7 +286,7 @@ std::string chosenWith(const char* title) {
 TEST(LinuxOpenPanel, GivesWhatZenitySaysLessItsLineEnd) {
     const TempFolder folder;
     const Zenity zenity("printf '%s|' \"$@\" > '" + (folder / "asked") +
-                                       "'\necho '/a b/\xC3\xA4 \"x\".obj'\n");
+                        "'\necho '/a b/\xC3\xA4 \"x\".obj'\n");
     EXPECT_EQ(chosenWith("Choose 'a' \xE2\x80\xA6"), "/a b/\xC3\xA4 \"x\".obj");
     EXPECT_EQ(readFile(folder / "asked"), "--file-selection|--title=Choose 'a' \xE2\x80\xA6|");
     EXPECT_EQ(chosenWith(nullptr), "/a b/\xC3\xA4 \"x\".obj");
@@ -266,6 +300,32 @@ TEST(LinuxOpenPanel, GivesNoneWhereItIsCancelledOrSaysNothing) {
     }
     const Zenity zenity("echo\n");
     EXPECT_EQ(chosenWith("t"), "(none)");
+}
+
+TEST(LinuxOpenPanel, GivesThePathAlsoInAProcessThatIgnoresItsChildren) {
+    signal(SIGCHLD, SIG_IGN);
+    {
+        const Zenity zenity("echo /chosen");
+        EXPECT_EQ(chosenWith("t"), "/chosen");
+    }
+    {
+        const Zenity zenity("exit 1");
+        EXPECT_EQ(chosenWith("t"), "(none)");
+    }
+    signal(SIGCHLD, SIG_DFL);
+}
+
+TEST(LinuxOpenPanel, LeavesNothingOpenAndNoChildBehind) {
+    const TempFolder folder;
+    // A number that ls does not take for the folder that it lists.
+    const int inherited = fcntl(0, F_DUPFD_CLOEXEC, 50);
+    const Zenity zenity("ls /proc/self/fd > '" + (folder / "open") + "'; echo /a");
+    EXPECT_EQ(chosenWith("t"), "/a");
+    close(inherited);
+    const std::string listed = "\n" + readFile(folder / "open");
+    EXPECT_NE(listed.find("\n0\n1\n"), std::string::npos) << listed;
+    EXPECT_EQ(listed.find("\n" + std::to_string(inherited) + "\n"), std::string::npos) << listed;
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
 }
 
 TEST(LinuxOpenPanel, GivesAPathOfAnyLength) {

@@ -3,6 +3,8 @@
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "os/platform_macos_panel.h"
 
 using fake_appkit::state;
@@ -33,6 +35,14 @@ TEST_F(MacPanel, AsksForOneFileAndGivesItsPathInUtf8) {
     EXPECT_EQ(state().calls,
               (Calls{"panel", "title Choose \xE2\x80\xA6", "no folders", "no folders",
                      "not several", "run", "length in 4", "copy to 12 in 4", "release"}));
+}
+
+// Required(R92)
+TEST_F(MacPanel, IsToldTwiceThatNoFolderCanBeChosen) {
+    chosen("t");
+    const Calls& calls = state().calls;
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "no folders"), 2);
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "not several"), 1);
 }
 
 TEST_F(MacPanel, GivesNoneWhereItIsCancelled) {

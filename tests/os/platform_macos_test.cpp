@@ -74,9 +74,8 @@ TEST_F(MacPlatform, LaunchesANewInstanceWithItsArgumentsInAnArray) {
     EXPECT_EQ(calls(), (Calls{"ref /A.app", "array 0", "string 600 [-v x]",
                               "launch version 0 /A.app 90100 [-v x]"}));
     EXPECT_TRUE(BXDiskServer::launchApplication("/A.app", Texts{"a", "", "b c"}));
-    EXPECT_EQ(calls(),
-              (Calls{"ref /A.app", "array 0", "string 600 [a]", "string 600 []",
-                     "string 600 [b c]", "launch version 0 /A.app 90100 [a] [] [b c]"}));
+    EXPECT_EQ(calls(), (Calls{"ref /A.app", "array 0", "string 600 [a]", "string 600 []",
+                              "string 600 [b c]", "launch version 0 /A.app 90100 [a] [] [b c]"}));
     EXPECT_TRUE(BXDiskServer::launchApplication("/A.app", ""));
     EXPECT_EQ(calls(), (Calls{"ref /A.app", "launch version 0 /A.app 90100 no array"}));
 }
@@ -113,6 +112,22 @@ TEST_F(MacPlatform, WalksTheProcessesUntilOneOfTheBundle) {
                   return result;
               }),
               4);
+}
+
+TEST_F(MacPlatform, FindsNoFileWithoutAPath) {
+    addRunning();
+    BXProcessSerialNumber process;
+    EXPECT_FALSE(BXDiskServer::getRunningProcess(BXString(), process));
+    EXPECT_EQ(calls(), Calls());
+}
+
+// What a location is left at by a call that failed means nothing.
+TEST_F(MacPlatform, PassesOverAProcessWhoseBundleIsNotTold) {
+    addRunning();
+    state().processes = {{0, 1, ""}};
+    state().leftInFailedLocation = "/A.app";
+    BXProcessSerialNumber process;
+    EXPECT_FALSE(BXDiskServer::getRunningProcess("/A.app", process));
 }
 
 TEST_F(MacPlatform, SendsAnOpenDocumentsEventDescriptorByDescriptor) {
@@ -166,6 +181,9 @@ TEST_F(MacPlatform, OpensNoDocumentWhereACallFails) {
         EXPECT_NE(all.back(), "front 7/42") << n;
         EXPECT_EQ(state().objects, 0) << n;
     }
+    state().failAt = 0;
+    state().fallible = 0;
+    EXPECT_TRUE(open());
     EXPECT_EQ(state().fallible, 13) << "every call that can fail had its turn";
 }
 
@@ -192,8 +210,8 @@ TEST_F(MacPlatform, SendsATextEventOfTheCoreClass) {
 
 TEST_F(MacPlatform, SendsNoEventAfterALaunchWithArguments) {
     addNotRunning();
-    EXPECT_FALSE(BXDiskServer::sendAppleEventToApplication("/A.app", fourChars("abcd"), "t",
-                                                           Texts{"x"}));
+    EXPECT_FALSE(
+        BXDiskServer::sendAppleEventToApplication("/A.app", fourChars("abcd"), "t", Texts{"x"}));
     EXPECT_EQ(calls().back(), "launch version 0 /A.app 10100 [x]");
 }
 
@@ -221,8 +239,8 @@ TEST_F(MacPlatform, TypesKeysIntoTheApplicationInFront) {
     EXPECT_TRUE(BXDiskServer::sendKeyEventToApplication("/A.app", 12, 10));
     const Calls all = calls();
     const Calls expected = {
-        "key event",           "key event",           "key event",          "key event",
-        "key event",           "key event",           "front 3/5",          "post 3/5 +59:40000",
+        "key event 59 down",   "key event 55 down",   "key event 12 down",   "key event 12 up",
+        "key event 55 up",     "key event 59 up",     "front 3/5",           "post 3/5 +59:40000",
         "post 3/5 +55:140000", "post 3/5 +12:140000", "post 3/5 -12:140000", "post 3/5 -55:40000",
         "post 3/5 -59:0",
     };
@@ -239,8 +257,12 @@ TEST_F(MacPlatform, PostsNoKeyWhereOneCannotBeMade) {
         state().failAt = n;
         EXPECT_FALSE(BXDiskServer::sendKeyEventToApplication("/A.app", 12, 15)) << n;
         EXPECT_EQ(state().objects, 0);
-        EXPECT_EQ(calls().back(), "key event");
+        EXPECT_EQ(calls().back().substr(0, 9), "key event");
     }
+    state().failAt = 0;
+    state().fallible = 0;
+    EXPECT_TRUE(BXDiskServer::sendKeyEventToApplication("/A.app", 12, 15));
+    EXPECT_EQ(state().fallible, 12) << "every call that can fail had its turn";
 }
 
 TEST_F(MacPlatform, ReadsTheFactsOfABundle) {
@@ -271,6 +293,9 @@ TEST_F(MacPlatform, ReadsNoVersionThatIsNoTextTooLongOrMissing) {
     EXPECT_TRUE(info({{7}, std::string(255, '1')}));
     EXPECT_FALSE(info({{7}, "1", true}));
     calls();
+    EXPECT_FALSE(info({{}, "1"}));
+    EXPECT_EQ(calls().back(), "architectures");
+    state().emptyArchitectures = true;
     EXPECT_FALSE(info({{}, "1"}));
     EXPECT_EQ(calls().back(), "architectures");
 }

@@ -138,18 +138,24 @@ TEST_F(LaunchApplication, IsFalseForABundleThatIsMissingOrRefused) {
 }
 
 TEST_F(LaunchApplicationAsAdmin, AsksForAScriptABundleAndAnExecutable) {
-    EXPECT_EQ(one("/x/i.sh", "-v"), "osascript -e \"do shell script \\\"sh '/x/i.sh' '-v'"
-                                    "\\\" with administrator privileges\"");
-    EXPECT_EQ(one("/A/B.app", "f"), "osascript -e \"do shell script \\\"open -a '/A/B.app' 'f'"
-                                    "\\\" with administrator privileges\"");
-    EXPECT_EQ(one("/x/tool", "f"), "osascript -e \"do shell script \\\"'/x/tool' 'f'"
-                                   "\\\" with administrator privileges\"");
-    EXPECT_EQ(one("/x/I.Sh", ""), "osascript -e \"do shell script \\\"sh '/x/I.Sh'"
-                                  "\\\" with administrator privileges\"");
-    EXPECT_EQ(one("/A b/B.APP", ""), "osascript -e \"do shell script \\\"open -a '/A b/B.APP'"
-                                     "\\\" with administrator privileges\"");
-    EXPECT_EQ(one("Disk:/x/tool", ""), "osascript -e \"do shell script \\\"'Disk:/x/tool'"
-                                       "\\\" with administrator privileges\"");
+    EXPECT_EQ(one("/x/i.sh", "-v"),
+              "osascript -e \"do shell script \\\"sh '/x/i.sh' '-v'"
+              "\\\" with administrator privileges\"");
+    EXPECT_EQ(one("/A/B.app", "f"),
+              "osascript -e \"do shell script \\\"open -a '/A/B.app' 'f'"
+              "\\\" with administrator privileges\"");
+    EXPECT_EQ(one("/x/tool", "f"),
+              "osascript -e \"do shell script \\\"'/x/tool' 'f'"
+              "\\\" with administrator privileges\"");
+    EXPECT_EQ(one("/x/I.Sh", ""),
+              "osascript -e \"do shell script \\\"sh '/x/I.Sh'"
+              "\\\" with administrator privileges\"");
+    EXPECT_EQ(one("/A b/B.APP", ""),
+              "osascript -e \"do shell script \\\"open -a '/A b/B.APP'"
+              "\\\" with administrator privileges\"");
+    EXPECT_EQ(one("Disk:/x/tool", ""),
+              "osascript -e \"do shell script \\\"'Disk:/x/tool'"
+              "\\\" with administrator privileges\"");
 }
 
 TEST_F(LaunchApplicationAsAdmin, EscapesNothing) {
@@ -163,12 +169,15 @@ TEST_F(LaunchApplicationAsAdmin, PutsAListIntoDoubleQuotesThatEndTheTextAroundTh
     EXPECT_EQ(list("/x/i.sh", {"a", "b c"}),
               "osascript -e \"do shell script \\\"sh '/x/i.sh' \"a\" \"b c\""
               "\\\" with administrator privileges\"");
-    EXPECT_EQ(list("/A.app", {""}), "osascript -e \"do shell script \\\"open -a '/A.app' \"\""
-                                    "\\\" with administrator privileges\"");
-    EXPECT_EQ(list("/x/tool", {}), "osascript -e \"do shell script \\\"'/x/tool'"
-                                   "\\\" with administrator privileges\"");
-    EXPECT_EQ(one("/x/i.sh", "a"), "osascript -e \"do shell script \\\"sh '/x/i.sh' 'a'"
-                                   "\\\" with administrator privileges\"")
+    EXPECT_EQ(list("/A.app", {""}),
+              "osascript -e \"do shell script \\\"open -a '/A.app' \"\""
+              "\\\" with administrator privileges\"");
+    EXPECT_EQ(list("/x/tool", {}),
+              "osascript -e \"do shell script \\\"'/x/tool'"
+              "\\\" with administrator privileges\"");
+    EXPECT_EQ(one("/x/i.sh", "a"),
+              "osascript -e \"do shell script \\\"sh '/x/i.sh' 'a'"
+              "\\\" with administrator privileges\"")
         << "the other side";
 }
 
@@ -217,9 +226,9 @@ TEST_F(OpenFile, SendsTheDocumentToTheRunningApplicationAndBringsItToTheFront) {
 TEST_F(OpenFile, LaunchesTheApplicationFirstWhereItIsNotRunning) {
     platform.files = {"/A.app", "/d.obj"};
     EXPECT_TRUE(BXDiskServer::openFileInApplication("/A.app", "/d.obj"));
-    EXPECT_EQ(lines(), (Lines{"find /A.app", "find /d.obj", "next 0/0",
-                              "launch /A.app 10100 no arguments", "document 7/42 /A.app /d.obj",
-                              "front 7/42"}));
+    EXPECT_EQ(lines(),
+              (Lines{"find /A.app", "find /d.obj", "next 0/0", "launch /A.app 10100 no arguments",
+                     "document 7/42 /A.app /d.obj", "front 7/42"}));
 }
 
 TEST_F(OpenFile, LaunchesItWithTheDocumentWhereThatIsThePlatformsWay) {
@@ -258,8 +267,7 @@ TEST_F(SendAppleEvent, SendsTheTextToTheRunningApplicationAndBringsItToTheFront)
     platform.processes = {{3, 5, "/A.app"}};
     EXPECT_TRUE(
         BXDiskServer::sendAppleEventToApplication("Disk:/A.app", 0x61, "some text", Texts{"x"}));
-    EXPECT_EQ(lines(),
-              (Lines{"find /A.app", "next 0/0", "text 3/5 61 [some text]", "front 3/5"}));
+    EXPECT_EQ(lines(), (Lines{"find /A.app", "next 0/0", "text 3/5 61 [some text]", "front 3/5"}));
     EXPECT_TRUE(BXDiskServer::sendAppleEventToApplication("/A.app", 0x61, BXString(), Texts()));
     EXPECT_EQ(lines()[2], "text 3/5 61 []");
 }
@@ -351,6 +359,8 @@ TEST_F(SendKeyEvent, TakesTheLow16BitsOfTheKeyAndFourModifiers) {
     platform.processes = {{3, 5, "/A.app"}};
     EXPECT_TRUE(BXDiskServer::sendKeyEventToApplication("/A.app", 0x5000C, 16));
     EXPECT_EQ(lines().back(), "keys 3/5 +12:0 -12:0");
+    EXPECT_TRUE(BXDiskServer::sendKeyEventToApplication("/A.app", 0x10000, 0));
+    EXPECT_EQ(lines().back(), "keys 3/5 +0:0 -0:0") << "the key 0, and not to the front alone";
     EXPECT_TRUE(BXDiskServer::sendKeyEventToApplication("/A.app", 0, 1));
     EXPECT_EQ(lines().back(), "keys 3/5 +56:20000 +0:20000 -0:20000 -56:0");
 }
@@ -398,6 +408,9 @@ TEST_F(GetApplicationInfo, IsFalseForAVersionThatIsNoneOrZero) {
     EXPECT_EQ(of({kX86_64}, "x1"), (Info{false, true, 0, 0}));
     EXPECT_EQ(of({kX86_64}, ""), (Info{false, true, 0, 0}));
     EXPECT_EQ(of({kX86_64}, ".5"), (Info{false, true, 0, 0}));
+    EXPECT_EQ(of({kX86_64}, " 12"), (Info{false, true, 0, 0}));
+    EXPECT_EQ(of({kX86_64}, "+3"), (Info{false, true, 0, 0}));
+    EXPECT_EQ(of({kX86_64}, "-3"), (Info{false, true, 0, 0}));
     EXPECT_EQ(of({kX86_64}, "0.5"), (Info{false, true, 0, 5}));
 }
 

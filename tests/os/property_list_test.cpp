@@ -21,7 +21,8 @@ std::string textOf(const std::string& list, const char* key = "K") {
 
 std::string xml(const std::string& inside) {
     return "<?xml version=\"1.0\"?>\n<!DOCTYPE plist PUBLIC \"x\" \"y\">\n<plist version=\"1.0\">\n"
-           "<dict>\n" + inside + "\n</dict>\n</plist>\n";
+           "<dict>\n" +
+           inside + "\n</dict>\n</plist>\n";
 }
 
 std::string big(std::uint64_t number, int bytes) {
@@ -50,7 +51,8 @@ std::string ascii(const std::string& text) {
 }  // namespace
 
 TEST(PropertyList, GivesTheTextOfAKeyInXml) {
-    const std::string list = xml("<key>A</key><string>1</string>\n\t<key>K</key>\n\t<string>a b</string>");
+    const std::string list =
+        xml("<key>A</key><string>1</string>\n\t<key>K</key>\n\t<string>a b</string>");
     EXPECT_EQ(textOf(list), "a b");
     EXPECT_EQ(textOf(list, "A"), "1");
     EXPECT_EQ(textOf(list, "k"), "(none)");
@@ -72,8 +74,9 @@ TEST(PropertyList, PassesOverOtherValuesInXml) {
 }
 
 TEST(PropertyList, ReadsEntitiesCommentsAndSections) {
-    EXPECT_EQ(textOf(xml("<key>K</key><string>&lt;&amp;&gt;&quot;&apos;&#65;&#x20AC;&#x1F600;</string>")),
-              "<&>\"'A\xE2\x82\xAC\xF0\x9F\x98\x80");
+    EXPECT_EQ(
+        textOf(xml("<key>K</key><string>&lt;&amp;&gt;&quot;&apos;&#65;&#x20AC;&#x1F600;</string>")),
+        "<&>\"'A\xE2\x82\xAC\xF0\x9F\x98\x80");
     EXPECT_EQ(textOf(xml("<!-- <key>K</key><string>no</string> --><key>K</key>"
                          "<string>a<!-- x -->b<![CDATA[<c>&]]></string>")),
               "ab<c>&");
@@ -83,28 +86,32 @@ TEST(PropertyList, ReadsEntitiesCommentsAndSections) {
 }
 
 TEST(PropertyList, GivesTheTextOfAKeyInTheBinaryForm) {
-    const std::string list = binary({"\xD2\1\3\2\4"s, ascii("A"), ascii("one"), ascii("K"),
-                                     "\x63\0x\x20\xAC\0y"s});
+    const std::string list =
+        binary({"\xD2\1\3\2\4"s, ascii("A"), ascii("one"), ascii("K"), "\x63\0x\x20\xAC\0y"s});
     EXPECT_EQ(textOf(list), "x\xE2\x82\xACy");
     EXPECT_EQ(textOf(list, "A"), "one");
     EXPECT_EQ(textOf(list, "B"), "(none)");
     EXPECT_EQ(textOf(binary({"\xD1\1\2"s, ascii("K"), ascii(std::string(300, 'x'))})),
               std::string(300, 'x'));
     EXPECT_EQ(textOf(binary({"\xD1\1\2"s, ascii("K"), "\x62\xD8\x3D\xDE\x00"s})),
-              "\xF0\x9F\x98\x80") << "a pair";
-    EXPECT_EQ(textOf(binary({"\xD1\1\2"s, ascii("K"), "\x62\xD8\x3D\0a"s})), "\xEF\xBF\xBD" "a");
+              "\xF0\x9F\x98\x80")
+        << "a pair";
+    EXPECT_EQ(textOf(binary({"\xD1\1\2"s, ascii("K"), "\x62\xD8\x3D\0a"s})),
+              "\xEF\xBF\xBD"
+              "a");
     EXPECT_EQ(textOf(binary({"\xD1\1\2"s, "\x61\0K"s, ascii("x")})), "x") << "a key in UTF-16";
     EXPECT_EQ(textOf(binary({"\xD1\1\2"s, ascii("K"), "\x10\7"s})), "(none)") << "a number";
     EXPECT_EQ(textOf(binary({"\xA1\1"s, ascii("K")})), "(none)") << "an array on top";
 }
 
-TEST(PropertyList, IsNoneForDamage) {
+TEST(PropertyList, SurvivesDamageAndRejectsACutBinaryList) {
     const std::string lists[] = {
         xml("<key>K</key><string>a&#x20AC;b</string>"),
         binary({"\xD2\1\3\2\4"s, ascii("A"), ascii("one"), ascii("K"), "\x63\0x\x20\xAC\0y"s})};
     for (const std::string& whole : lists) {
         for (std::size_t cut = 0; cut < whole.size(); ++cut) {
-            const std::vector<char> exact(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(cut));
+            const std::vector<char> exact(whole.begin(),
+                                          whole.begin() + static_cast<std::ptrdiff_t>(cut));
             std::string value;
             const bool found = bxPropertyListText(exact.data(), exact.size(), "K", value);
             if (whole[0] == 'b') {
@@ -130,7 +137,8 @@ TEST(PropertyList, CopesWithManyReferencesToOneLongText) {
     const std::size_t textAt = list.size();
     list += "\x5F\x12"s + big(longKey.size(), 4) + longKey;
     const std::size_t tableAt = list.size();
-    list += big(8, 4) + big(textAt, 4) + big(0, 6) + "\4\1"s + big(2, 8) + big(0, 8) + big(tableAt, 8);
+    list +=
+        big(8, 4) + big(textAt, 4) + big(0, 6) + "\4\1"s + big(2, 8) + big(0, 8) + big(tableAt, 8);
     EXPECT_EQ(textOf(list, (std::string(19999, 'x') + "y").c_str()), "(none)");
     EXPECT_EQ(textOf(list, longKey.c_str()), longKey);
 }

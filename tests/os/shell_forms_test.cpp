@@ -20,7 +20,8 @@ class ShellForms : public testing::Test {
 protected:
     ShellForms() : m_path(std::getenv("PATH")) {
         makeFolders(m_folder / "bin");
-        for (const char* name : {"bin/osascript", "bin/open", "tool", "a tool", "do.sh", "d o.SH"}) {
+        for (const char* name :
+             {"bin/osascript", "bin/open", "tool", "a tool", "do.sh", "d o.SH"}) {
             makeProgram(name);
         }
         setenv("PATH", ((m_folder / "bin") + ":" + m_path).c_str(), 1);
@@ -104,10 +105,34 @@ TEST_F(ShellForms, GiveAnAdministratorsScriptToOsascript) {
                                 "do shell script \"'/x/tool'\" with administrator privileges"}));
 }
 
+TEST_F(ShellForms, GiveAnAdministratorsPathInAnyLetterCaseAndWithWhatItHolds) {
+    const auto asked = [&](const char* path, const char* args) {
+        EXPECT_TRUE(BXDiskServer::launchApplicationAsAdmin(path, args));
+        const Words words = arrived();
+        return words.size() == 3 ? words[2] : std::to_string(words.size()) + " words";
+    };
+    const std::string tail = " with administrator privileges";
+    EXPECT_EQ(asked("/x/I.SH", "it's"), "do shell script \"sh '/x/I.SH' 'it's'\"" + tail);
+    EXPECT_EQ(asked("/A/B.ApP", ""), "do shell script \"open -a '/A/B.ApP'\"" + tail);
+    setenv("VEK_WORD", "x", 1);
+    EXPECT_EQ(asked("/x/tool", "$VEK_WORD"), "do shell script \"'/x/tool' 'x'\"" + tail)
+        << "the apostrophes are inside double quotes";
+    unsetenv("VEK_WORD");
+    EXPECT_EQ(asked("/x/tool", "a\"b\"c"), "do shell script \"'/x/tool' 'abc'\"" + tail);
+}
+
 TEST_F(ShellForms, LoseTheQuotesOfAnAdministratorsList) {
+    const std::string tail = "\" with administrator privileges";
+    EXPECT_TRUE(BXDiskServer::launchApplicationAsAdmin("/A.app", Texts{"", "xy"}));
+    EXPECT_EQ(arrived(),
+              (Words{"osascript", "-e", "do shell script \"open -a '/A.app'  xy" + tail}));
+    EXPECT_TRUE(BXDiskServer::launchApplicationAsAdmin("/x/tool", Texts{"", "$HOME_OF_NOBODY"}));
+    EXPECT_EQ(arrived(), (Words{"osascript", "-e", "do shell script \"'/x/tool'  " + tail}));
+
     EXPECT_TRUE(BXDiskServer::launchApplicationAsAdmin("/x/i.sh", Texts{"a"}));
-    EXPECT_EQ(arrived(), (Words{"osascript", "-e",
-                                "do shell script \"sh '/x/i.sh' a\" with administrator privileges"}));
+    EXPECT_EQ(arrived(),
+              (Words{"osascript", "-e",
+                     "do shell script \"sh '/x/i.sh' a\" with administrator privileges"}));
     EXPECT_TRUE(BXDiskServer::launchApplicationAsAdmin("/x/i.sh", Texts{"a", "b c"}));
     EXPECT_EQ(arrived(), (Words{"osascript", "-e", "do shell script \"sh '/x/i.sh' a b",
                                 "c\" with administrator privileges"}));

@@ -7,13 +7,15 @@
 
 TEST(Shell, RunsTheCommandAndWaitsForIt) {
     TempFolder folder;
-    BXPlatform::current().runShellCommand(("sleep 0.05; echo done > \"" + (folder / "a b") + "\"").c_str());
+    BXPlatform::current().runShellCommand(
+        ("sleep 0.05; echo done > \"" + (folder / "a b") + "\"").c_str());
     EXPECT_EQ(readFile(folder / "a b"), "done\n");
 }
 
 TEST(Shell, IgnoresACommandThatFails) {
     TempFolder folder;
     BXPlatform::current().runShellCommand("exit 3");
-    BXPlatform::current().runShellCommand(("'" + (folder / "no-such-command") + "' 2>/dev/null").c_str());
+    BXPlatform::current().runShellCommand(
+        ("'" + (folder / "no-such-command") + "' 2>/dev/null").c_str());
     BXPlatform::current().runShellCommand(BXString());
 }

@@ -16,7 +16,7 @@ std::function<void(long long)> s_action;
 
 // Found before the C library's by everything in the process.
 extern "C" __attribute__((visibility("default"))) int nanosleep(const timespec* wanted,
-                                                               timespec* left) {
+                                                                timespec* left) {
     if (!s_isMoved) return clock_nanosleep(CLOCK_REALTIME, 0, wanted, left);
     s_nanoseconds += wanted->tv_sec * 1000000000LL + wanted->tv_nsec;
     if (s_action) s_action(s_nanoseconds / 1000000);

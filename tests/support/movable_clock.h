@@ -3,7 +3,8 @@
 #include <functional>
 
 // While it lives, nothing in this process waits: each sleep ends at once and moves a clock of its
-// own, also those of a library that is loaded by path. Other processes sleep as ever. One at a time.
+// own, also those of a library that is loaded by path. Other processes sleep as ever. One at a
+// time.
 class MovableClock {
 public:
     MovableClock();

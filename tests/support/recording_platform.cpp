@@ -49,8 +49,7 @@ void RecordingPlatform::readBundle(const char* path, BXBundleFacts& read) {
 }
 
 bool RecordingPlatform::launch(const BXFileReference& application, std::uint32_t flags,
-                               const BXArray<BXString>* arguments,
-                               BXProcessSerialNumber* process) {
+                               const BXArray<BXString>* arguments, BXProcessSerialNumber* process) {
     std::string line = std::string(application.path.c_str()) + " " + hex(flags);
     if (!arguments) line += " no arguments";
     for (std::size_t i = 0; arguments && i < arguments->size(); ++i) {
@@ -90,8 +89,8 @@ void RecordingPlatform::bringToFront(const BXProcessSerialNumber& process) {
 bool RecordingPlatform::sendDocument(const BXProcessSerialNumber& process,
                                      const BXFileReference& application,
                                      const BXFileReference& document) {
-    return note("document", name(process) + " " + application.path.c_str() + " " +
-                                document.path.c_str());
+    return note("document",
+                name(process) + " " + application.path.c_str() + " " + document.path.c_str());
 }
 
 bool RecordingPlatform::sendText(const BXProcessSerialNumber& process, std::uint32_t eventID,

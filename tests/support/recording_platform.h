@@ -6,8 +6,8 @@
 
 #include "os/platform.h"
 
-// A platform that does nothing and keeps a line for each call, in the place of the real one while it
-// lives. What it answers is set by the test.
+// A platform that does nothing and keeps a line for each call, in the place of the real one while
+// it lives. What it answers is set by the test.
 class RecordingPlatform : public BXPlatform {
 public:
     struct Process {
@@ -45,8 +45,7 @@ public:
                       const BXFileReference& document) override;
     bool sendText(const BXProcessSerialNumber& process, std::uint32_t eventID,
                   const BXString& text) override;
-    bool typeKeys(const BXProcessSerialNumber& process,
-                  const BXArray<BXKeyEvent>& events) override;
+    bool typeKeys(const BXProcessSerialNumber& process, const BXArray<BXKeyEvent>& events) override;
     std::unique_ptr<char[]> chooseFile(const char* title) override;
 
 private:

@@ -50,7 +50,8 @@ protected:
 
     // The exit code; what was said, on either stream, is in m_said.
     int run(const std::string& arguments) {
-        const std::string program = VEK_BUILD_DIR "/apps/Example/Example.app/Contents/MacOS/Example";
+        const std::string program =
+            VEK_BUILD_DIR "/apps/Example/Example.app/Contents/MacOS/Example";
         return start(shellWord(program) + " " + arguments);
     }
     int start(const std::string& command) { return runProgram(command, m_said); }
@@ -364,7 +365,7 @@ TEST_F(ExampleScripts, NoteWhereTheApplicationIsAndKeepOtherLines) {
               "PATH = \"" + file("Example.app") + "\"\nAPPS_UNLOCKED = TRUE\nX = 1\n");
     ASSERT_EQ(start("rm -r " + shellWord(file("Example.app"))), 0);
     EXPECT_EQ(script("locate.sh"), 1);
-    EXPECT_EQ(readFile(file("Vek_Config.txt")).substr(0, 4), "PATH");
+    EXPECT_EQ(readFile(file("Vek_Config.txt")), "APPS_UNLOCKED = TRUE\nX = 1\n");
 }
 
 TEST_F(ExampleScripts, InstallTheBridgeWhichThenEdits) {
@@ -381,6 +382,16 @@ TEST_F(ExampleScripts, InstallTheBridgeWhichThenEdits) {
     list({"missing"});
     EXPECT_EQ(script("edit.sh"), 1);
     EXPECT_NE(readFile(file("Example_Report.txt")).find("exit_code: 1\n"), std::string::npos);
+}
+
+TEST_F(ExampleScripts, ReadTheConfigurationAsTheBridgeDoes) {
+    for (const char* head : {"PATH = \"", "path:\"", " Path\t= \"", "PATH = "}) {
+        const bool isQuoted = std::string(head).back() == '"';
+        writeFile(file("Vek_Config.txt"), "X = 1\n" + std::string(head) + file("Example.app") +
+                                              (isQuoted ? "\"\r\n" : "\n"));
+        EXPECT_EQ(script("init.sh"), 0) << m_said;
+        EXPECT_EQ(log(), "") << head;
+    }
 }
 
 TEST_F(ExampleScripts, SayInTheLogWhyTheyDidNotInstall) {

@@ -11,8 +11,7 @@
 
 namespace {
 
-const char kCommands[] =
-    "LOCATE_COMMAND locate.sh\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh\n";
+const char kCommands[] = "LOCATE_COMMAND locate.sh\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh\n";
 const char kAllIsBack[] = "0 faces wound wrong, 0 corners lost, largest distance ";
 
 class RoundTripDemo : public testing::Test {
@@ -21,7 +20,8 @@ protected:
 
     // The exit code; what was said, on either stream, is in m_said.
     int run(const std::string& options, const std::string& environment = "") {
-        const std::string path = "PATH=" + shellWord(VEK_SOURCE_DIR "/demo/stand-ins") + ":\"$PATH\" ";
+        const std::string path =
+            "PATH=" + shellWord(VEK_SOURCE_DIR "/demo/stand-ins") + ":\"$PATH\" ";
         const std::string command = path + environment + " " + shellWord(VEK_BUILD_DIR "/bin/vek") +
                                     " run " + shellWord(VEK_SOURCE_DIR "/demo/round_trip.lua") +
                                     " --app " + shellWord(m_app) + " --out " +
@@ -116,7 +116,8 @@ TEST_F(RoundTripDemo, RejectsAnImportThatDoesNotMirrorBack) {
 
 TEST_F(RoundTripDemo, InstallsOpensAndClosesTheApplication) {
     ASSERT_EQ(run("--faces 200"), 0) << m_said;
-    for (const char* step : {"VekAppInstall ", "OpenVekApplication ", "VekAppIsRunning                1"}) {
+    for (const char* step :
+         {"VekAppInstall ", "OpenVekApplication ", "VekAppIsRunning                1"}) {
         EXPECT_TRUE(says(step)) << step;
     }
     EXPECT_TRUE(fileIsThere(Tree::app("Example", "Example.app/Contents/Resources/Vek_Tree.txt")));
@@ -127,7 +128,7 @@ TEST_F(RoundTripDemo, SaysWhyTheBridgeWasNotInstalled) {
     describeApp(readFile(m_app + "/Vek_Info.txt"));
     writeFile(m_app + "/init.sh", "printf 'No room.' > \"$(dirname \"$0\")/Vek_InstallLog.txt\"\n");
     EXPECT_NE(run("--faces 200"), 0);
-    EXPECT_TRUE(says("The bridge was not installed: No room.")) << m_said;
+    EXPECT_TRUE(says("The bridge was not installed: No room.\n")) << m_said;
 }
 
 TEST_F(RoundTripDemo, RejectsAnApplicationThatIsNotThere) {

@@ -11,6 +11,11 @@ namespace {
 constexpr std::size_t kSpare = 65536;
 constexpr char kFill = '\x5A';  // tells bytes that were not written from those that were
 
+// A text that need not end with a NUL goes into zeros, as the host does it.
+char fillOf(BlockKind kind) {
+    return kind == BlockKind::OUT_SIZED_TEXT ? '\0' : kFill;
+}
+
 template <class Number>
 std::string packed(Number number) {
     static_assert(sizeof number == 4, "the host's numbers");
@@ -55,7 +60,7 @@ Block::Block(BlockKind kind, const std::optional<std::string>& input, int size)
     : m_kind(kind), m_size(size) {
     if (isInput(kind) && input) m_bytes = pack(kind, *input);
     if (isInput(kind) && input) m_size = static_cast<int>(m_bytes.size()) + 1;
-    if (isOutput(kind)) m_bytes.assign(static_cast<std::size_t>(size) + kSpare, kFill);
+    if (isOutput(kind)) m_bytes.assign(static_cast<std::size_t>(size) + kSpare, fillOf(kind));
 }
 
 char* Block::data() {
@@ -66,7 +71,7 @@ char* Block::data() {
 }
 
 bool Block::written() const {
-    return m_bytes.find_first_not_of(kFill) != std::string::npos;
+    return m_bytes.find_first_not_of(fillOf(m_kind)) != std::string::npos;
 }
 
 std::int32_t Block::integer() const {

@@ -26,3 +26,6 @@ int runMacro(const std::string& script, const std::string& library,
 // Of an exchange file, or, by its extension, of a Maya scene.
 int showInfo(const std::string& path, bool json);
 int showSceneInfo(const std::string& path, bool json);
+
+// Of the windows that a JSON file describes; see window_description.h.
+int showTree(const std::string& path);

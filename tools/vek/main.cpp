@@ -60,6 +60,11 @@ int main(int argc, char** argv) {
     info->add_option("file", file, "The exchange file, or a scene (.ma)")->required();
     info->callback([&] { status = showInfo(file, json); });
 
+    CLI::App* const tree =
+        app.add_subcommand("tree", "Draw the windows of a host that a JSON file describes");
+    tree->add_option("file", file, "The description")->required();
+    tree->callback([&] { status = showTree(file); });
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -17,7 +17,9 @@
 
 #include "tools/vek/block.h"
 #include "tools/vek/commands.h"
+#include "tools/vek/host_windows.h"
 #include "tools/vek/library.h"
+#include "tools/vek/lua_host.h"
 #include "tools/vek/lua_mesh.h"
 
 namespace {
@@ -30,6 +32,14 @@ struct Arguments {
     std::optional<std::string> text, in1, in2;
     std::optional<double> value;
     int out1 = kOutSize, out2 = kOutSize;
+};
+
+// The host that a macro plays.
+struct Host {
+    explicit Host(const std::string& libraryPath) : library(libraryPath) {}
+
+    Library library;
+    HostWindows windows;
 };
 
 [[noreturn]] void reject(const ExportEntry& entry, const std::string& why) {
@@ -150,14 +160,14 @@ int pushBlock(lua_State* lua, const Block& block, BlockKind kind) {
 // error is raised: Lua jumps over it.
 int tryCall(lua_State* lua) {
     try {
-        const auto& library = *static_cast<Library*>(lua_touserdata(lua, lua_upvalueindex(1)));
+        auto& host = *static_cast<Host*>(lua_touserdata(lua, lua_upvalueindex(1)));
         const auto& entry = *static_cast<ExportEntry*>(lua_touserdata(lua, lua_upvalueindex(2)));
         Arguments arguments = argumentsOf(lua, entry);
         Block block1(entry.block1, arguments.in1, isOutput(entry.block1) ? arguments.out1 : 0);
         Block block2(entry.block2, arguments.in2, isOutput(entry.block2) ? arguments.out2 : 0);
-        const float result = library.find(entry.name)(
+        const float result = host.library.find(entry.name)(
             arguments.text ? arguments.text->data() : nullptr, arguments.value.value_or(0.0),
-            block1.data(), block1.size(), block2.data(), block2.size(), nullptr);
+            block1.data(), block1.size(), block2.data(), block2.size(), host.windows.data());
         lua_pushnumber(lua, static_cast<double>(result));
         return 1 + pushBlock(lua, block1, entry.block1) + pushBlock(lua, block2, entry.block2);
     } catch (const std::exception& error) {
@@ -175,9 +185,9 @@ int callFromMacro(lua_State* lua) {
     return lua_error(lua);
 }
 
-void setExports(lua_State* lua, Library& library) {
+void setExports(lua_State* lua, Host& host) {
     for (const ExportEntry& entry : exportTable()) {
-        lua_pushlightuserdata(lua, &library);
+        lua_pushlightuserdata(lua, &host);
         lua_pushlightuserdata(lua, const_cast<ExportEntry*>(&entry));
         lua_pushcclosure(lua, callFromMacro, 2);
         lua_setglobal(lua, entry.name.c_str());
@@ -218,12 +228,13 @@ struct LuaCloser {
 
 int runMacro(const std::string& script, const std::string& libraryPath,
              const std::vector<std::string>& arguments) {
-    Library library(libraryPath);
+    Host host(libraryPath);
     const std::unique_ptr<lua_State, LuaCloser> state(luaL_newstate());
     lua_State* const lua = state.get();
     luaL_openlibs(lua);
-    setExports(lua, library);
-    setGlobals(lua, script, library, arguments);
+    setExports(lua, host);
+    setGlobals(lua, script, host.library, arguments);
+    registerHostFunctions(lua, host.windows);
     lua_pushcfunction(lua, addTraceback);
     if (luaL_loadfile(lua, script.c_str()) == LUA_OK && lua_pcall(lua, 0, 0, 1) == LUA_OK) return 0;
     fmt::print(stderr, "vek: {}\n", lua_tostring(lua, -1));

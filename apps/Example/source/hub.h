@@ -7,7 +7,8 @@
 class Hub {
 public:
     // `tree` is the folder that holds VekHub and VekApps.
-    explicit Hub(const std::string& tree) : m_folder(tree + "/VekHub/"), m_apps(tree + "/VekApps/") {}
+    explicit Hub(const std::string& tree)
+        : m_folder(tree + "/VekHub/"), m_apps(tree + "/VekApps/") {}
 
     // The id of the application that the user selected; empty when there is none.
     std::string selectedApplication() const;

@@ -29,7 +29,8 @@ const char kUsage[] =
     "  --twist DEGREES      from the bottom of a mesh to its top (90)\n"
     "  --known-flaws EDGES  edges at which the mesh was wound against itself from the start (0)\n"
     "\n"
-    "The last two can also stand in the tree, in VekApps/Example/Example_Settings.txt, as TWIST and\n"
+    "The last two can also stand in the tree, in VekApps/Example/Example_Settings.txt, as TWIST "
+    "and\n"
     "KNOWN_FLAWS.\n";
 
 // The whole text as a number, with a point whatever the locale.
@@ -72,7 +73,8 @@ bool parseArguments(const std::vector<std::string>& given, Arguments& arguments)
     }
     EditOptions numbers;
     if (!arguments.twist.empty() && !takeTwist(arguments.twist, numbers)) return false;
-    if (!arguments.knownFlaws.empty() && !takeKnownFlaws(arguments.knownFlaws, numbers)) return false;
+    if (!arguments.knownFlaws.empty() && !takeKnownFlaws(arguments.knownFlaws, numbers))
+        return false;
     if (next == given.size()) return true;
     arguments.command = given[next];
     return arguments.command == "edit" || arguments.command == "quit";

@@ -131,8 +131,7 @@ CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex 
     return as<CFStringRef>(newText(FakeObject::String, text));
 }
 
-CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text,
-                                      CFStringEncoding encoding) {
+CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFStringEncoding encoding) {
     note("string " + hex(encoding) + " [" + text + "]");
     return fails() ? nullptr : as<CFStringRef>(newText(FakeObject::String, text));
 }
@@ -184,15 +183,15 @@ CFBundleRef CFBundleCreate(CFAllocatorRef, CFURLRef url) {
     FakeObject* const bundle = newText(FakeObject::Bundle, of(url)->text);
     const fake_macos::Bundle& says = state().files.at(bundle->text);
     if (says.version.empty()) return as<CFBundleRef>(bundle);
-    bundle->items.push_back(newText(
-        says.versionIsNumber ? FakeObject::Number : FakeObject::String, says.version));
+    bundle->items.push_back(
+        newText(says.versionIsNumber ? FakeObject::Number : FakeObject::String, says.version));
     return as<CFBundleRef>(bundle);
 }
 
 CFArrayRef CFBundleCopyExecutableArchitectures(CFBundleRef bundle) {
     note("architectures");
     const fake_macos::Bundle& says = state().files.at(of(bundle)->text);
-    if (fails() || says.architectures.empty()) return nullptr;
+    if (fails() || (says.architectures.empty() && !state().emptyArchitectures)) return nullptr;
     auto* const array = new FakeObject(FakeObject::Array);
     for (const long architecture : says.architectures) {
         auto* const kind = new FakeObject(FakeObject::Number);
@@ -283,7 +282,10 @@ OSStatus GetProcessBundleLocation(const ProcessSerialNumber* of, FSRef* location
     note("bundle of " + number(of));
     for (const fake_macos::Process& process : state().processes) {
         if (process.high != of->highLongOfPSN || process.low != of->lowLongOfPSN) continue;
-        if (process.bundle.empty()) return kFailure;
+        if (process.bundle.empty()) {
+            refer(state().leftInFailedLocation, location);
+            return kFailure;
+        }
         refer(process.bundle, location);
         return noErr;
     }
@@ -382,9 +384,9 @@ OSErr AEPutParamPtr(AppleEvent* event, DescType keyword, DescType type, const vo
 
 OSErr AESend(const AppleEvent* event, AppleEvent* reply, SInt32 mode, std::int16_t priority,
              SInt32 timeOut, void* idle, void* filter) {
-    note("send " + wordsFor(event) + " reply " + wordsFor(reply) + " mode " +
-         std::to_string(mode) + " priority " + std::to_string(priority) + " timeout " +
-         std::to_string(timeOut) + (idle || filter ? " with a procedure" : ""));
+    note("send " + wordsFor(event) + " reply " + wordsFor(reply) + " mode " + std::to_string(mode) +
+         " priority " + std::to_string(priority) + " timeout " + std::to_string(timeOut) +
+         (idle || filter ? " with a procedure" : ""));
     return fails() ? kFailure : noErr;
 }
 
@@ -409,7 +411,7 @@ OSStatus LSOpenApplication(const LSApplicationParameters* parameters,
 }
 
 CGEventRef CGEventCreateKeyboardEvent(void* source, std::uint16_t keyCode, bool down) {
-    note("key event" + std::string(source ? "?" : ""));
+    note("key event " + std::to_string(keyCode) + (down ? " down" : " up") + (source ? "?" : ""));
     if (fails()) return nullptr;
     auto* const event = new FakeObject(FakeObject::KeyEvent);
     event->key = keyCode;

@@ -1,15 +1,16 @@
 #pragma once
 
-// A stand-in for the part of the Mac's C interfaces that os/platform_macos.cpp calls, so that it can
-// be compiled and run anywhere. Every call is written down, every object counted, and any call that
-// can fail can be made to.
+// A stand-in for the part of the Mac's C interfaces that os/platform_macos.cpp calls, so that it
+// can be compiled and run anywhere. Every call is written down, every object counted, and any call
+// that can fail can be made to.
 
 #include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
 
-// ---- What the tests see ---------------------------------------------------------------------------
+// ---- What the tests see
+// ---------------------------------------------------------------------------
 
 namespace fake_macos {
 
@@ -28,6 +29,9 @@ struct State {
     std::vector<std::string> calls;
     std::map<std::string, Bundle> files;  // that are there; with what a bundle says
     std::vector<Process> processes;
+    // Where GetProcessBundleLocation leaves its argument when it fails.
+    std::string leftInFailedLocation;
+    bool emptyArchitectures = false;  // an array without any, in place of none
     int failAt = 0;    // the number of the call that fails, counting those that can, from 1
     int fallible = 0;  // such calls so far
     int objects = 0;   // made and not released
@@ -39,7 +43,8 @@ void reset();
 
 }  // namespace fake_macos
 
-// ---- What the code under test sees: the interfaces' own names, types and values ------------------
+// ---- What the code under test sees: the interfaces' own names, types and values
+// ------------------
 
 using Boolean = unsigned char;
 using UInt8 = std::uint8_t;
@@ -177,6 +182,10 @@ struct LSApplicationParameters {
     AppleEvent* initialEvent;
 };
 OSStatus LSOpenApplication(const LSApplicationParameters* parameters, ProcessSerialNumber* number);
+
+constexpr UInt32 kLSLaunchDontAddToRecents = 0x00000100;
+constexpr UInt32 kLSLaunchAsync = 0x00010000;
+constexpr UInt32 kLSLaunchNewInstance = 0x00080000;
 
 using CGEventRef = struct FakeKeyEvent*;
 using CGEventFlags = std::uint64_t;

@@ -14,7 +14,8 @@ using NSStringEncoding = NSUInteger;
 constexpr NSStringEncoding NSUTF8StringEncoding = 4;
 constexpr NSInteger NSModalResponseOK = 1;
 
-__attribute__((objc_root_class)) @interface NSObject {
+__attribute__((objc_root_class))
+@interface NSObject {
 @public
     Class isa;
     int m_references;
