@@ -18,6 +18,11 @@ enum MayaThing : unsigned int {
     kMayaFaces = 8,
 };
 
+// From 0 on, in the order of the bits.
+inline int thingNumber(MayaThing thing) {
+    return __builtin_ctz(thing);
+}
+
 // A statement's text, from its line's start through its ';' and, where nothing else follows on the
 // line, the line's end.
 struct MayaStatement {

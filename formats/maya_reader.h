@@ -87,6 +87,9 @@ private:
     bool checkMesh(MayaMesh& mesh);
     MayaMesh& mesh();
 
+    // The fewest bytes that a value and its separator take.
+    static constexpr std::int64_t kLeastValueBytes = 2;
+
     MayaInput m_in;
     MayaDialect m_dialect;
     std::vector<MayaMesh> m_meshes;  // those that have a statement

@@ -108,7 +108,7 @@ void expectSplit(const Scene& scene) {
 }  // namespace
 
 // 10,000 scenes in four parts that run side by side.
-TEST_P(MayaPropertyRandom, HoldsOfTheScenes) {
+TEST_P(MayaPropertyRandom, KeepsFacesEdgesAndTextThroughMergeAndSplit) {
     std::mt19937 random(GetParam());
     int changed = 0;
     for (int round = 0; round < 2500; ++round) {
@@ -155,7 +155,7 @@ INSTANTIATE_TEST_SUITE_P(Seeds, MayaPropertyRandom, testing::Values(1u, 2u, 3u, 
 
 // The number stands for the text of 300 scenes, merged and split: every build has to write the
 // same.
-TEST_F(MayaProperty, IsTheSameInEveryBuild) {
+TEST_F(MayaProperty, WritesTheSameBytesInEveryBuild) {
     std::mt19937 random(99);
     std::uint64_t number = 14695981039346656037u;
     for (int round = 0; round < 300; ++round) {

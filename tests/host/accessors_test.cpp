@@ -280,11 +280,10 @@ TEST(DFunctionsHelper, InstallsAllTablesAndClearsThemForANullRoot) {
     AMiscFuncTable misc = {};
     void* tables[9] = {&graphix, &win, &doc, &mem, &bMap, &canvas, &winDoc, &winPulldown, &misc};
     const auto installed = [] {
-        return std::vector<void*>{AGraphixHelper::s_table, AWinHelper::s_table,
-                                  ADocHelper::s_table,     AMemHelper::s_table,
-                                  ABMapHelper::s_table,    ACanvasHelper::s_table,
-                                  AWinDocHelper::s_table,  AWinPulldownHelper::s_table,
-                                  AMiscHelper::s_table};
+        return std::vector<void*>{
+            AGraphixHelper::s_table, AWinHelper::s_table,         ADocHelper::s_table,
+            AMemHelper::s_table,     ABMapHelper::s_table,        ACanvasHelper::s_table,
+            AWinDocHelper::s_table,  AWinPulldownHelper::s_table, AMiscHelper::s_table};
     };
     DorviaFuncTable root;
     std::memcpy(&root, tables, sizeof root);

@@ -51,8 +51,7 @@ public:
         // The neighbours, by the lists as they are.
         HostWindow *after = nullptr, *behind = nullptr;
         if (!before.empty() && index >= 1) {
-            const std::size_t at =
-                std::min(static_cast<std::size_t>(index) - 1, before.size() - 1);
+            const std::size_t at = std::min(static_cast<std::size_t>(index) - 1, before.size() - 1);
             after = before[at];
             behind = at + 1 < before.size() ? before[at + 1] : nullptr;
             if (after == w || behind == w) return false;

@@ -13,7 +13,8 @@ int showTree(const std::string& path) {
         fmt::print(stderr, "vek: The file cannot be read: {}\n", path);
         return 2;
     }
-    const std::string json((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    const std::string json((std::istreambuf_iterator<char>(file)),
+                           std::istreambuf_iterator<char>());
     HostWindows windows;
     try {
         describeWindows(windows, json);
