@@ -2,7 +2,8 @@
 
 PRESETS := release m32 asan
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
-MESH ?=
+# As it is written, whatever characters the path has.
+override export MESH := $(value MESH)
 
 .PHONY: help setup build test demo bench format clean
 
@@ -32,7 +33,7 @@ test: setup
 demo: build
 	@mkdir -p build/demo
 	@PATH="$(CURDIR)/demo/stand-ins:$$PATH" scripts/private-view build/release/bin/vek run demo/round_trip.lua \
-	    --app build/release/apps/Example --out build/demo $(if $(MESH),--mesh "$(MESH)")
+	    --app build/release/apps/Example --out build/demo $${MESH:+--mesh "$$MESH"}
 
 bench: setup
 	@scripts/install-packages packages-bench.txt

@@ -295,6 +295,7 @@ local function place_the_button()
     local before = host.tree()
     local placed = step("SetItemPos", SetItemPos, "Vek:Send to " .. APP, 1, "Tool:Export")
     expect(placed == 0, "The button or its anchor was not found.")
+    expect(host.tree() ~= before, "The button did not move.")
     print("The button behind its anchor, before and after:")
     print(before .. "\n" .. host.tree())
 end

@@ -206,8 +206,7 @@ VEK_EXPORT(CallVekAppCommandAsAdmin);
 
 /* buffer2: out, the value: as text without its enclosing double quotes, as a 32-bit integer 0 or 1,
  * as a 32-bit integer (read as a float, so exact up to 2^24, and cut toward zero), as a 32-bit
- * float. An empty value leaves buffer2 as it
- * was. Return 1 when the key was found, else 0. */
+ * float. An empty value leaves buffer2 as it was. Return 1 when the key was found, else 0. */
 VEK_EXPORT(ReadConfigPrefAsString);
 VEK_EXPORT(ReadConfigPrefAsBool);
 VEK_EXPORT(ReadConfigPrefAsInt);

@@ -13,8 +13,9 @@
 //                  edge between them is smooth
 // The result is 1 for each smooth edge and 0 for each hard one. Hard are also the edges of one face
 // only, those of three and more, those of faces with a vertex that has no coordinates, and those of
-// faces that are tiny beside the mesh: the cross product of two sides of a corner counts only where
-// it is longer than a millionth of the bounding box's diagonal.
+// faces that are tiny beside the mesh: the cross product of two sides of a corner, and the sum of
+// these as unit vectors, count only where they are longer than a millionth of the bounding box's
+// diagonal. In a mesh millions across, that is no face at all.
 std::vector<unsigned char> findSmoothEdges(const MayaQuads& quads, std::size_t edgeCount,
                                            const BXArray<int>& cornerVertices,
                                            const std::vector<float>& vertices, double threshold);

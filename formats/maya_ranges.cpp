@@ -8,6 +8,10 @@ bool MayaRanges::declare(int count) {
     return true;
 }
 
+void MayaRanges::declareOneOf(int count) {
+    if (!declare(count)) m_alternatives.push_back(count);
+}
+
 void MayaRanges::begin(int first, int last, std::size_t stored) {
     const std::int64_t count = std::int64_t{last} - first + 1;
     m_entries += count;
@@ -24,7 +28,9 @@ void MayaRanges::begin(int first, int last, std::size_t stored) {
 }
 
 bool MayaRanges::complete() {
-    if (m_declared >= 0 && m_declared != m_entries) return false;
+    const bool isAlternative =
+        std::find(m_alternatives.begin(), m_alternatives.end(), m_entries) != m_alternatives.end();
+    if (m_declared >= 0 && m_declared != m_entries && !isAlternative) return false;
     if (!m_inOrder) {
         std::sort(m_pieces.begin(), m_pieces.end(),
                   [](const Piece& a, const Piece& b) { return a.first < b.first; });

@@ -10,8 +10,8 @@ class MayaRanges {
 public:
     // The number of entries that a count statement says. False when another said otherwise.
     bool declare(int count);
-    // The same where a later statement may say otherwise; the last one counts.
-    void declareAnew(int count) { m_declared = count; }
+    // The same where others may say otherwise: one of them has to be right.
+    void declareOneOf(int count);
     // A range of entries whose values begin at `stored` values.
     void begin(int first, int last, std::size_t stored);
 
@@ -36,6 +36,7 @@ private:
     std::vector<Piece> m_pieces;  // neighbours are one
     std::int64_t m_entries = 0;
     int m_declared = -1;
+    std::vector<int> m_alternatives;  // to what is declared
     bool m_inOrder = true;
 };
 

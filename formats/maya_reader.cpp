@@ -126,12 +126,12 @@ bool MayaReader::endStatement() {
 }
 
 // Room for what a count promises. All counts of a scene together get no more than the text could
-// hold values, so that many meshes cannot claim it over and over.
+// hold numbers, so that many meshes cannot claim it over and over.
 template <class Values>
-void MayaReader::reserve(Values& values, std::int64_t count) {
+void MayaReader::reserve(Values& values, std::int64_t count, int numbersInEach) {
     if (values.capacity() > 0) return;
-    const std::int64_t granted = std::min(count, m_reservable);
-    m_reservable -= granted;
+    const std::int64_t granted = std::min(count, m_reservable / numbersInEach);
+    m_reservable -= granted * numbersInEach;
     values.reserve(static_cast<std::size_t>(granted));
 }
 
@@ -139,27 +139,27 @@ bool MayaReader::readCount(const Form& form) {
     const bool merge = m_dialect == MayaDialect::Merge;
     switch (form.thing) {
         case kMayaUVs:
-            reserve(mesh().uvs, form.count);
+            reserve(mesh().uvs, form.count, 2);
             // The merge leaves the count that Maya writes apart from the set's name, and says its
-            // own behind it.
+            // own beside it.
             if (!merge) {
-                mesh().uvRanges.declareAnew(form.count);
+                mesh().uvRanges.declareOneOf(form.count);
                 return true;
             }
             return mesh().uvRanges.declare(form.count) || refuse("two different counts of UVs");
         case kMayaEdges:
-            if (merge) reserve(mesh().edges, 2 * std::int64_t{form.count});
+            if (merge) reserve(mesh().edges, 2 * std::int64_t{form.count}, 1);
             mesh().saidEdges = form.count;
             return mesh().edgeRanges.declare(form.count) || refuse("two different counts of edges");
         case kMayaVertices:
-            reserve(mesh().vertices, 3 * std::int64_t{form.count});
+            reserve(mesh().vertices, 3 * std::int64_t{form.count}, 1);
             return mesh().vertexRanges.declare(form.count) ||
                    refuse("two different counts of vertices");
         case kMayaFaces:
             if (merge) {
-                reserve(mesh().quads.edges, 4 * std::int64_t{form.count});
+                reserve(mesh().quads.edges, 4 * std::int64_t{form.count}, 1);
             } else {
-                reserve(mesh().faceRow.items, 12 * std::int64_t{form.count});
+                reserve(mesh().faceRow.items, 12 * std::int64_t{form.count}, 1);
             }
             return mesh().faceRanges.declare(form.count) || refuse("two different counts of faces");
     }

@@ -80,7 +80,7 @@ private:
     bool readInts(int* to, int count);
     bool fits(std::int64_t values);
     template <class Values>
-    void reserve(Values& values, std::int64_t count);
+    void reserve(Values& values, std::int64_t count, int numbersInEach);
     bool refuse(const char* reason);
     bool refuseAt(std::int64_t offset, const char* reason);
     bool checkMeshes();
@@ -97,7 +97,7 @@ private:
     std::string m_name;              // of the node at hand
     bool m_inScope = true;           // in a mesh node, or before the first node
     bool m_atLineStart = true;
-    std::int64_t m_reservable;  // values that memory may still be taken for ahead of them
+    std::int64_t m_reservable;  // numbers that memory may still be taken for ahead of them
     std::int64_t m_begin = 0;   // of the statement or line at hand
     std::int64_t m_textEnd = 0;
     Refusal m_refusal;

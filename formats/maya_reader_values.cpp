@@ -22,7 +22,8 @@ bool MayaReader::nextNumber(Number& value, Parse parse) {
         return refuse(*m_in.at == ';' ? "fewer values than its range has entries"
                                       : "a value that is no number");
     // What a number's form does not reach, an exponent say, is passed over.
-    while (!isMayaSeparator(*p) && *p != ';' && p < m_in.end) ++p;
+    while (!isMayaSeparator(*p) && *p != ';' && *p != '"' && p < m_in.end) ++p;
+    if (*p == '"') return refuse("a quote in a value");
     if (m_in.isCutOff(p)) return refuse("a value of thousands of characters");
     m_in.at = p;
     return true;

@@ -59,6 +59,7 @@ float parseLongMayaFloat(const char* whole) noexcept {
     if (*wholeEnd != '.') return roundedOnce(digits.number, digits.leftOut);
     const std::int64_t leftOutOfWhole = digits.leftOut;
     const char* const fraction = wholeEnd + 1;
-    const std::int64_t places = digits.add(fraction) - fraction - (digits.leftOut - leftOutOfWhole);
+    const char* const fractionEnd = digits.add(fraction);
+    const std::int64_t places = fractionEnd - fraction - (digits.leftOut - leftOutOfWhole);
     return roundedOnce(digits.number, leftOutOfWhole - places);
 }

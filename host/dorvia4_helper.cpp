@@ -1,8 +1,7 @@
 #include "host/dorvia4_helper.h"
 
-#include <string_view>
+#include <vector>
 
-#include "host/host_record.h"
 #include "host/window_links.h"
 
 ADoc* Dorvia4Helper::s_doc = nullptr;
@@ -17,13 +16,26 @@ void linkBehind(AWin* w, AWin* after, AWin* before) {
     if (before) setPrevOf(before, w);
 }
 
-// Whether `w` is `inner` or lies above it; also where the way up from `inner` does not end.
+// Whether `inner` is `w`, or is below it as a child or as an entry of a menu, which has no link up.
+// Also where what is below does not end.
 bool holds(AWin* w, AWin* inner) {
     WalkLimit limit;
-    for (; inner && limit.step(); inner = parentOf(inner)) {
-        if (inner == w) return true;
+    std::vector<AWin*> below{w};
+    while (!below.empty()) {
+        AWin* const window = below.back();
+        below.pop_back();
+        if (window == inner || !limit.step()) return true;
+        const int entries = entryCountOf(window);
+        for (int i = 0; i < entries; ++i) {
+            if (!limit.step()) return true;
+            if (AWin* const entry = entryOf(window, i)) below.push_back(entry);
+        }
+        for (AWin* child = firstChildOf(window); child; child = nextOf(child)) {
+            if (!limit.step()) return true;
+            below.push_back(child);
+        }
     }
-    return inner != nullptr;
+    return false;
 }
 
 // The child behind which index >= 1 leads: the last one where the children end before it. Null
@@ -70,7 +82,7 @@ bool Dorvia4Helper::init(char** hostData) {
                                             : nullptr);
     if (!s_doc) return false;
     AWinDoc* const view = ADocHelper::getActiveView(s_doc);
-    s_rootWindow = getRootWindow(AWinDocHelper::convertToWin(view));
+    if (view) s_rootWindow = getRootWindow(AWinDocHelper::convertToWin(view));
     return s_rootWindow != nullptr;
 }
 

@@ -3,32 +3,55 @@
 #include "host/accessors.h"
 #include "host/host_record.h"
 
-// The links between windows, which the host keeps in their graphix. None of them may be null where
-// a window is asked for its links.
+// The links between windows, which the host keeps in their graphix. A window for which the host has
+// none is without links. `w` is not null.
+
+template <class Get>
+AWin* linkOf(AWin* w, const Get& get) {
+    AGraphix* const graphix = AWinHelper::convertToGraphix(w);
+    return graphix ? get(graphix) : nullptr;
+}
+template <class Set>
+void setLinkOf(AWin* w, const Set& set, AWin* linked) {
+    if (AGraphix* const graphix = AWinHelper::convertToGraphix(w)) set(graphix, linked);
+}
 
 inline AWin* parentOf(AWin* w) {
-    return AGraphixHelper::getParentWindow(AWinHelper::convertToGraphix(w));
+    return linkOf(w, AGraphixHelper::getParentWindow);
 }
 inline AWin* firstChildOf(AWin* w) {
-    return AGraphixHelper::getChildWindow(AWinHelper::convertToGraphix(w));
+    return linkOf(w, AGraphixHelper::getChildWindow);
 }
 inline AWin* nextOf(AWin* w) {
-    return AGraphixHelper::getNextWindow(AWinHelper::convertToGraphix(w));
+    return linkOf(w, AGraphixHelper::getNextWindow);
 }
 inline AWin* prevOf(AWin* w) {
-    return AGraphixHelper::getPrevWindow(AWinHelper::convertToGraphix(w));
+    return linkOf(w, AGraphixHelper::getPrevWindow);
 }
 inline void setParentOf(AWin* w, AWin* parent) {
-    AGraphixHelper::setParentWindow(AWinHelper::convertToGraphix(w), parent);
+    setLinkOf(w, AGraphixHelper::setParentWindow, parent);
 }
 inline void setFirstChildOf(AWin* w, AWin* child) {
-    AGraphixHelper::setChildWindow(AWinHelper::convertToGraphix(w), child);
+    setLinkOf(w, AGraphixHelper::setChildWindow, child);
 }
 inline void setNextOf(AWin* w, AWin* next) {
-    AGraphixHelper::setNextWindow(AWinHelper::convertToGraphix(w), next);
+    setLinkOf(w, AGraphixHelper::setNextWindow, next);
 }
 inline void setPrevOf(AWin* w, AWin* previous) {
-    AGraphixHelper::setPrevWindow(AWinHelper::convertToGraphix(w), previous);
+    setLinkOf(w, AGraphixHelper::setPrevWindow, previous);
+}
+
+inline bool isMenu(AWin* w) {
+    return hostKind(AWinHelper::getCmdState(w)) == kHostPulldownMenu;
+}
+
+// The entries of a pull-down menu; 0 of a window that is none.
+inline int entryCountOf(AWin* w) {
+    AWinPulldown* const menu = isMenu(w) ? AWinPulldownHelper::convertFromWin(w) : nullptr;
+    return menu ? AWinPulldownHelper::getWinsCount(menu) : 0;
+}
+inline AWin* entryOf(AWin* menu, int index) {
+    return AWinPulldownHelper::getWin(AWinPulldownHelper::convertFromWin(menu), index);
 }
 
 // The item's label, or else its text.
@@ -38,8 +61,8 @@ inline HostText nameOf(AWin* w) {
     return label.characters ? label : hostText(AWinHelper::getText(w));
 }
 
-// How far a walk may go: each window of a tree of a million is looked at once as a child and once
-// as an entry of a menu.
+// How far a walk may go: in a tree of a million each window is come to twice, as a child and as an
+// entry of a menu, or as one of these and for itself.
 class WalkLimit {
 public:
     // False when the walk has gone too far.

@@ -32,9 +32,9 @@ bool isSame(std::string_view a, std::string_view b) {
 class Candidates {
 public:
     Candidates(AWin* from, std::string_view path) : m_path(path) {
-        if (hostKind(AWinHelper::getCmdState(from)) == kHostPulldownMenu) {
-            m_menu = AWinPulldownHelper::convertFromWin(from);
-            m_entries = AWinPulldownHelper::getWinsCount(m_menu);
+        if (isMenu(from)) {
+            m_menu = from;
+            m_entries = entryCountOf(from);
         } else {
             m_child = firstChildOf(from);
         }
@@ -51,7 +51,7 @@ public:
             return true;
         }
         if (m_entry >= m_entries) return false;
-        candidate = AWinPulldownHelper::getWin(m_menu, m_entry++);
+        candidate = entryOf(m_menu, m_entry++);
         // One that stands in the tree is found there.
         if (candidate && parentOf(candidate)) candidate = nullptr;
         return true;
@@ -60,7 +60,7 @@ public:
 private:
     std::string_view m_path;
     AWin* m_child = nullptr;
-    AWinPulldown* m_menu = nullptr;
+    AWin* m_menu = nullptr;
     int m_entry = 0;
     int m_entries = 0;
 };

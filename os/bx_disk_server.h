@@ -80,11 +80,11 @@ public:
     static bool deleteDirectory(const BXString& path, bool recursive, bool ignored);
 
     // Other programs, found, launched and reached; bx_disk_server_processes.cpp. A path that ends
-    // in
-    // ".app", in any letter case, is a bundle, one that ends in ".sh" a shell script, any other an
-    // executable. Platform calls get the valid path, the shell the path as it is given. What is run
-    // by the shell is waited for, and true whatever becomes of it. On Linux a bundle is a folder
-    // with Contents/Info.plist and an executable in Contents/MacOS.
+    // in ".app", in any letter case, is a bundle, one that ends in ".sh" a shell script, any other
+    // an executable. Platform calls get the valid path, the shell the path as it is given. What is
+    // run by the shell is waited for, and true whatever becomes of it. On Linux a bundle is a
+    // folder with Contents/Info.plist and an executable in Contents/MacOS. On the Mac a bundle's
+    // arguments have to be ASCII: others are refused.
 
     // Whether the bundle names a processor kind and has a major version above 0. An empty path
     // leaves the outputs alone. Kinds come from Mach-O and ELF headers; a script has none.

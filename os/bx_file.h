@@ -47,9 +47,9 @@ public:
     static bool readWhole(const char* path, std::string& contents, std::int64_t limit = INT64_MAX);
     // Makes the file hold exactly these bytes, creating it if it is missing. Written over what is
     // there and then cut to length, which spares the file system a truncation and a refill. What
-    // reaches beyond the old end is written first: when the disk is full, the file stays as it was,
-    // and a missing one comes to be empty. False when it cannot be opened, or when not every byte
-    // was written.
+    // reaches beyond the old end is written first: when the disk is full, the file stays as it was
+    // (on a disk that writes in place), and a missing one comes to be empty. False when it cannot
+    // be opened, or when not every byte was written.
     static bool overwrite(const char* path, const void* bytes, std::size_t count) noexcept;
     // As above; `opened` tells whether the file could be opened for writing.
     static bool overwrite(const char* path, const void* bytes, std::size_t count,

@@ -100,6 +100,11 @@ TEST_F(SetItemPosTest, RejectsAMissingItemOrAnAnchorWithoutAParent) {
     EXPECT_EQ(place("Bridge:Item", 0, "Menu:None"), -1.0f);
     EXPECT_EQ(place("Bridge:Item", 0, ""), -1.0f) << "the root itself";
     EXPECT_EQ(m_library.call("SetItemPos"), -1.0f);
+    const auto function = reinterpret_cast<VekExport>(m_library.symbol("SetItemPos"));
+    char anchor[] = "Menu:B", path[] = "Bridge:Item";
+    EXPECT_EQ(function(path, 0, nullptr, 0, nullptr, 0, windows.data()), -1.0f);
+    EXPECT_EQ(function(nullptr, 0, anchor, 0, nullptr, 0, windows.data()), 0.0f)
+        << "the root, which stays where it is";
     EXPECT_EQ(items(), "ABC");
 }
 

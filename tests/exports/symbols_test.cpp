@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <regex>
 #include <set>
 #include <string>
 
@@ -34,6 +35,18 @@ std::set<std::string> shown() {
 }
 
 }  // namespace
+
+// The list is held against the header by the compiler; here the header is held against the list.
+TEST(Symbols, AreThoseOfTheHeader) {
+    const std::string header = readFile(VEK_SOURCE_DIR "/exports/vek.h");
+    const std::regex prototype("\nVEK_EXPORT\\((\\w+)\\);");
+    std::set<std::string> declared;
+    for (std::sregex_iterator it(header.begin(), header.end(), prototype), end; it != end; ++it) {
+        EXPECT_TRUE(declared.insert((*it)[1]).second) << (*it)[1] << " stands twice";
+    }
+    EXPECT_EQ(declared.size(), 49u);
+    EXPECT_EQ(declared, listed());
+}
 
 TEST(Symbols, AreThe49ListedFunctionsAndTwoDataSymbolsAndNoOther) {
     std::set<std::string> expected;

@@ -263,6 +263,24 @@ TEST_F(MayaMerge, DoesNotRecogniseWhatOnlyMayaWrites) {
     EXPECT_EQ(merged(text), text);
 }
 
+TEST_F(MayaMerge, TakesTheEndLineOnlyAtALinesBeginning) {
+    const std::string text =
+        edgeCount(0).substr(0, edgeCount(0).size() - 1) + " // End of x\nmore\n";
+    EXPECT_EQ(merged(text), edgeCount(0) + " // End of x\nmore\n");
+}
+
+TEST_F(MayaMerge, CopiesWhatOnlyLooksLikeAStatement) {
+    for (const char* text :
+         {"\tsetAttr -s -5 \".ed\";\n", "\tsetAttr -s \".ed\";\n",
+          "\tsetAttr \".fc[0]\" foo 3 0 1 2;\n", "\tsetAttr \".fc[-1]\" f 3 0 1 2;\n"}) {
+        EXPECT_EQ(merged(text), text);
+        EXPECT_EQ(split(text), text);
+    }
+    const std::string withoutCorners =
+        "\tsetAttr -s 1 -ch \".fc[0]\" -type \"polyFaces\" f 3 0 1 2;\n";
+    EXPECT_EQ(split(withoutCorners), withoutCorners);
+}
+
 TEST_F(MayaMerge, LooksIntoMeshNodesAlone) {
     const std::string edges = edgeCount(1) + edgeRange("0:0", "  0  1  1");
     const std::string written = edgeCount(1) + edgeRange("0:0", " 0 1 0");

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 
 #include "tests/formats/maya_fixture.h"
@@ -45,7 +46,7 @@ TEST_F(MayaRefusal, OfACountThatDiffersFromItsEntries) {
 TEST_F(MayaRefusal, OfTwoCountsThatDiffer) {
     expectRefused(faceCount(2) + withFaces(" f 3 0 1 2") + faceCount(1));
     expectRefused(edgeCount(4) + squareEdges());
-    expectRefused(uvCount(2) + uvCount(1) + uvRange("0:1", " 0 0 1 0"));
+    expectRefused(uvCount(4) + uvCount(1) + uvRange("0:1", " 0 0 1 0"));
     EXPECT_TRUE(mergeRefuses(uvCount(1) + uvCount(2) + uvRange("0:1", " 0 0 1 0")));
     EXPECT_TRUE(mergeRefuses(vertexCount(3) + squareVertices()));
     expectTaken(uvCount(2) + uvCount(2) + uvRange("0:1", " 0 0 1 0"));
@@ -81,6 +82,18 @@ TEST_F(MayaRefusal, OfValuesThatAreNoNumbers) {
     expectRefused(uvRange("0:0", " 0 " + std::string(10000, '1')));
     expectTaken(uvRange("0:0", " 0 0." + std::string(3000, '1')));
     expectTaken(uvRange("0:0", " 0x 1.5f"));
+}
+
+TEST_F(MayaRefusal, OfAQuoteInAValue) {
+    expectRefused(uvRange("0:0", " 0 0\";\""));
+    expectRefused(withFaces(" f 3 0 1 2\"x;"));
+    // Behind the ';' it is text like any other.
+    expectTaken(withFaces(" f 3 0 1 2 mu 0 3 0 1 2;\";\""));
+}
+
+TEST_F(MayaRefusal, OfANumberBeyondAPieceOfTheText) {
+    expectRefused(uvRange("0:0", " 0 0." + std::string(300000, '0')));
+    expectTaken(uvRange("0:0", " 0 0." + std::string(3000, '0')));
 }
 
 TEST_F(MayaRefusal, OfUnknownWordsInFaces) {
@@ -186,14 +199,22 @@ TEST_F(MayaRefusal, TakesNoMoreMemoryForTheClaimsOfManyMeshes) {
             text += "createNode mesh;\n\tsetAttr -s 2000000000 \"" + std::string(claim) + "\";\n";
         }
         writeFile(path(), text);
-        AllocationRecord record;
-        const bool merged = BXUVMergeAlgo::mergeUVsInMayaFile(path().c_str());
-        const bool wasSplit = BXUVMergeAlgo::splitUVsInMayaFile(path().c_str());
-        std::size_t bytes = 0;
-        for (const std::size_t size : record.stop()) bytes += size;
-        EXPECT_EQ(readFile(path()), text);
-        EXPECT_FALSE(merged && wasSplit) << claim;
-        EXPECT_LT(bytes, 100 * text.size()) << claim;
+        using Operation = bool (*)(const BXString& path);
+        for (const Operation operation :
+             {BXUVMergeAlgo::mergeUVsInMayaFile, BXUVMergeAlgo::splitUVsInMayaFile}) {
+            const BXString file(path().c_str());
+            AllocationRecord record;
+            const bool taken = operation(file);
+            const std::size_t bytes = record.stopAndSum();
+            EXPECT_EQ(readFile(path()), text);
+            EXPECT_LT(bytes, 100 * text.size()) << claim;
+            // What an operation takes for text it does not refuse.
+            const bool isText =
+                operation == BXUVMergeAlgo::mergeUVsInMayaFile
+                    ? std::strcmp(claim, ".uvst[0].uvsp") == 0
+                    : std::strcmp(claim, ".vt") == 0 || std::strcmp(claim, ".ed") == 0;
+            EXPECT_EQ(taken, isText) << claim;
+        }
     }
 }
 

@@ -181,6 +181,17 @@ TEST_F(MayaSplit, DoesNotChangeASceneThatWasSplit) {
     EXPECT_EQ(split(rewound), rewound);
 }
 
+TEST_F(MayaSplit, NumbersPointsAnewWhereOneFaceHasNone) {
+    const std::string text =
+        split(uvCount(6) + uvRange("0:5", " 0 0 1 0 0 1 1 0 1 1 0 1") + faceCount(2) +
+              faceRange("0:1", " f 3 0 1 2 f 3 3 4 -2 mu 0 3 3 4 5"));
+    EXPECT_NE(text.find("\n 0.00000 0.00000 0.00000 0.00000 0.00000 0.00000 1.00000 0.00000"
+                        " 1.00000 1.00000 0.00000 1.00000;"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find(" f 3 0 1 2 mu 0 3 0 1 2 f 3 3 4 -2 mu 0 3 3 4 5;"), std::string::npos);
+}
+
 TEST_F(MayaSplit, NumbersPointsAnewThatAreUsedInAnotherOrder) {
     EXPECT_EQ(split(uvCount(3) + uvRange("0:2", " 0 0 1 0 0 1") + faceCount(1) +
                     faceRange("0:0", " f 3 0 1 2 mu 0 3 1 2 0")),
@@ -196,8 +207,8 @@ TEST_F(MayaSplit, ReadsItsOwnOutputAndThatOfTheMerge) {
     EXPECT_EQ(merged(split(once)), once);
 }
 
-// The merge leaves the count that Maya writes in a line of its own, and says another one behind it.
-TEST_F(MayaSplit, GoesByTheLastOfSeveralCountsOfUVs) {
+// The merge leaves the count that Maya writes in a line of its own, and says another one beside it.
+TEST_F(MayaSplit, GoesByTheOneOfSeveralCountsOfUVsThatIsRight) {
     const std::string scene = asMayaWritesIt(
         uvCount(6) + uvRange("0:5", " 0 0 1 0 0 1 1 0 1 1 0 1") + squareVertices() + squareEdges() +
         faceCount(2) + faceRange("0:1", " f 3 0 1 2 mu 0 3 0 1 2 f 3 3 4 -2 mu 0 3 3 4 5"));
@@ -209,6 +220,17 @@ TEST_F(MayaSplit, GoesByTheLastOfSeveralCountsOfUVs) {
     EXPECT_NE(apart.find(";setAttr -s 6 \".uvst"), std::string::npos);
     EXPECT_EQ(split(apart), apart);
     EXPECT_EQ(merged(split(merged(apart))), merged(apart));
+}
+
+TEST_F(MayaSplit, ReadsTheMergesOutputOfACountBehindItsRange) {
+    const std::string count = "\tsetAttr -s 6 \".uvst[0].uvsp\";\n";
+    const std::string once =
+        merged(uvRange("0:5", " 0 0 1 0 0 1 1 0 1 1 0 1") + count + squareEdges() + faceCount(2) +
+               faceRange("0:1", " f 3 0 1 2 mu 0 3 0 1 2 f 3 3 4 -2 mu 0 3 3 4 5"));
+    EXPECT_LT(once.find(";setAttr -s 4 "), once.find(count)) << once;
+    const std::string apart = split(once);
+    EXPECT_EQ(apart.find(count), std::string::npos);
+    EXPECT_EQ(split(apart), apart);
 }
 
 TEST_F(MayaSplit, KeepsCarriageReturnsOfTheTextItCopies) {

@@ -6,10 +6,12 @@
 
 #include <climits>
 #include <filesystem>
+#include <new>
 
 #include "foundation/bx_log_bloc.h"
 #include "foundation/bx_log_server.h"
 #include "os/bx_disk_server.h"
+#include "tests/support/allocation_record.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -142,6 +144,31 @@ TEST_F(BXLogServerTest, KeepsTheLevelWithinAnInt) {
     BXLogServer::incrMarginOffset(INT_MIN);
     EXPECT_EQ(INT_MIN, level());
     EXPECT_TRUE(indentation().isNull());
+}
+
+TEST_F(BXLogServerTest, StaysAsItIsWhereAnAllocationFails) {
+    BXLogServer::setMarginOffset(2);
+    failAllocationAt(1);
+    EXPECT_THROW(BXLogServer::incrMarginOffset(4), std::bad_alloc);
+    EXPECT_EQ(2, level());
+    EXPECT_STREQ("    ", indentation().c_str());
+    BXLogBloc bloc;
+    failAllocationAt(1);
+    EXPECT_THROW(bloc.start(3), std::bad_alloc);
+    EXPECT_FALSE(bloc.active());
+    EXPECT_EQ(2, level());
+    failAllocationAt(0);
+}
+
+TEST_F(BXLogBlocTest, EndsItsScopeWhereAnAllocationFails) {
+    BXLogServer::setMarginOffset(2);
+    {
+        BXLogBloc bloc;
+        bloc.start(3);
+        failAllocationAt(1);
+    }
+    failAllocationAt(0);
+    EXPECT_EQ(5, level()) << "the log stays indented";
 }
 
 TEST_F(BXLogBlocTest, StartsOutInactive) {

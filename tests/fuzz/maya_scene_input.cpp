@@ -82,5 +82,6 @@ Input makeInput(std::mt19937& random) {
     std::string text = randomMayaScene(random);
     if (random() % 3 == 0) text = asMayaWritesIt(std::move(text));
     for (auto times = random() % 4; times > 0; --times) damage(text, random);
+    if (random() % 20 == 0) text.insert(random() % (text.size() + 1), 1, '\0');
     return Input(text.begin(), text.end());
 }

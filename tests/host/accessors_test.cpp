@@ -312,3 +312,17 @@ TEST(Table2, KeepsTheGraphixTableOfTheFirstReplacementOnce) {
     EXPECT_EQ(s_table2, &first);
     s_table2 = nullptr;
 }
+
+TEST(Table2, KeepsItWhicheverSetterReplacesIt) {
+    AGraphixFuncTable first = {}, second = {};
+    DorviaFuncTable root = {};
+    for (DorviaFuncTable* const next : {&root, static_cast<DorviaFuncTable*>(nullptr)}) {
+        AGraphixHelper::s_table = &first;
+        s_table2 = nullptr;
+        root.graphix = &second;
+        DFunctionsHelper::setFuncTable(next);
+        EXPECT_EQ(s_table2, &first);
+    }
+    DFunctionsHelper::setFuncTable(nullptr);
+    s_table2 = nullptr;
+}

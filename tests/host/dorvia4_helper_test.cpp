@@ -216,16 +216,41 @@ TEST_F(GetWindowFromPath, EndsInATreeThatLoops) {
     EXPECT_EQ(find(menu, "Nothing"), nullptr) << "a menu that is its own entry";
 }
 
-TEST_F(GetWindowFromPath, GoesAsDeepAsATreeOfAMillionWindows) {
-    HostWindow* last = root;
-    for (int i = 0; i < 1000000; ++i) {
-        HostWindow& below = windows.add(nullptr, "");
-        last->child = &below;
-        last = &below;
+TEST_F(GetWindowFromPath, LooksThroughAMillionWindowsDeepAndWide) {
+    for (const bool deep : {true, false}) {
+        HostWindows tree;
+        HostWindow* const top = &tree.add(nullptr, "Top");
+        HostWindow* last = top;
+        for (int i = 1; i < 1000000; ++i) last = &tree.add(deep ? last : top, "");
+        ASSERT_TRUE(Dorvia4Helper::init(tree.data()));
+        last->name = "Last";
+        EXPECT_EQ(find(top, "Last"), last);
+        EXPECT_EQ(find(top, "Nothing"), nullptr);
+        // It was the whole tree that was looked at, and not the limit that ended it.
+        HostWindow& behind = tree.add(top, "Behind");
+        EXPECT_EQ(find(top, "Behind"), &behind);
+        EXPECT_EQ(Dorvia4Helper::getRootWindow(last->win()), top->win());
     }
-    last->name = "Deepest";
-    EXPECT_EQ(find(root, "Deepest"), last);
-    EXPECT_EQ(find(root, "Deeper"), nullptr);
+}
+
+TEST_F(GetWindowFromPath, LooksThroughEntriesAndMenusWithoutAName) {
+    HostWindow& nameless = windows.addEntry(*menu, "");
+    HostWindow& below = windows.add(&nameless, "Below");
+    EXPECT_EQ(find(root, "Menu:Below"), &below);
+    menu->name = "";
+    EXPECT_EQ(find(root, "Two"), two);
+}
+
+// A host that leaves one of its conversions out.
+TEST_F(GetWindowFromPath, FindsNothingWhereAConversionIsMissing) {
+    AWinFuncTable win = *AWinHelper::s_table;
+    win.convertToGraphix = nullptr;
+    AWinHelper::setFuncTable(&win);
+    EXPECT_EQ(find(root, "Tool"), nullptr);
+    AWinPulldownFuncTable pulldown = *AWinPulldownHelper::s_table;
+    pulldown.convertFromWin = nullptr;
+    AWinPulldownHelper::setFuncTable(&pulldown);
+    EXPECT_EQ(find(menu, "Two"), nullptr);
 }
 
 TEST_F(DisconnectWindow, ClosesTheGap) {
@@ -278,7 +303,7 @@ TEST_F(MoveWindow, PutsTheItemBehindTheChildBeforeTheIndex) {
     EXPECT_EQ(canvas->previous, import);
     EXPECT_TRUE(move(b, root, 99)) << "behind the last";
     EXPECT_EQ(childrenOf(root), "Tool Menu Import Canvas B ");
-    EXPECT_TRUE(move(b, root, 2147483647 - 2147483646));
+    EXPECT_TRUE(move(b, root, 1));
     EXPECT_EQ(childrenOf(root), "Tool B Menu Import Canvas ");
 }
 
@@ -313,13 +338,53 @@ TEST_F(MoveWindow, RefusesToPutAnItemIntoItself) {
     EXPECT_EQ(childrenOf(tool), " Import ");
 }
 
+TEST_F(MoveWindow, RefusesToPutAMenuBelowItsOwnEntry) {
+    HostWindow& below = windows.add(two, "x");
+    EXPECT_FALSE(move(menu, two, 0));
+    EXPECT_FALSE(move(menu, &below, 0));
+    EXPECT_FALSE(move(root, two, 0));
+    EXPECT_TRUE(move(tool, two, 0)) << "another one can go there";
+}
+
+TEST_F(MoveWindow, MovesWithinARootThatIsItsOwnParent) {
+    root->parent = root;
+    EXPECT_TRUE(move(b, root, 1));
+    EXPECT_EQ(childrenOf(root), "Tool B Menu Canvas ");
+}
+
 TEST_F(MoveWindow, RefusesAChainThatDoesNotEnd) {
     canvas->next = tool;
     EXPECT_FALSE(move(b, root, 2147483647));
     EXPECT_EQ(b->parent, box);
     canvas->next = nullptr;
-    tool->parent = box;
-    EXPECT_FALSE(move(other, b, 0)) << "nor a way up without an end";
+    b->child = tool;
+    EXPECT_FALSE(move(tool, canvas, 0)) << "nor one with itself below it";
+}
+
+TEST(HostRecord, TakesACountOfZeroForNoText) {
+    char bytes[32] = "....................\0\0\0\0text";
+    EXPECT_EQ(hostText(reinterpret_cast<const AStr*>(bytes)).characters, nullptr);
+    const std::uint32_t wide = 0x10000;
+    std::memcpy(bytes + 20, &wide, 4);
+    EXPECT_EQ(hostText(reinterpret_cast<const AStr*>(bytes)).count, 0x10000u) << "32 bits of it";
+    char state[104] = {};
+    std::memset(state, 0x55, sizeof state);
+    const std::uint16_t kind = 1007;
+    std::memcpy(state + 20, &kind, 2);
+    EXPECT_EQ(hostKind(reinterpret_cast<const ACmdState*>(state)), 1007) << "16 bits of it";
+    // A label that is there and empty gives way to the text.
+    HostWindows windows;
+    HostWindow& window = windows.add(nullptr, "Text");
+    ASSERT_TRUE(Dorvia4Helper::init(windows.data()));
+    static char empty[32] = {};
+    static char labelled[104] = {};
+    const char* const label = empty;
+    std::memcpy(labelled + 96, &label, sizeof label);
+    AWinFuncTable table = *AWinHelper::s_table;
+    table.getCmdState = [](AWin*) { return reinterpret_cast<ACmdState*>(labelled); };
+    AWinHelper::setFuncTable(&table);
+    EXPECT_EQ(std::string(Dorvia4Helper::getWindowName(window.win()), 4), "Text");
+    DFunctionsHelper::setFuncTable(nullptr);
 }
 
 TEST(HostRecord, ReadsFieldsAtAnyAddressAndZerosOfNull) {

@@ -103,6 +103,11 @@ protected:
             }
         }
         ASSERT_EQ(seen, all.size());
+        for (const HostWindow* w : all) {
+            if (!w->child) continue;
+            ASSERT_EQ(reference.children.count(w->child->parent), 1u);
+            ASSERT_EQ(w->child->parent, w);
+        }
     }
 
     void step() {

@@ -231,6 +231,8 @@ TEST(Append, RejectsWhatDoesNotFit) {
     writeFile(folder / "a", "ab");
     EXPECT_TRUE(whereFilesEndAt(2, [&] { return !append(folder / "a", "c"); }));
     EXPECT_EQ(readFile(folder / "a"), "ab");
+    EXPECT_TRUE(whereFilesEndAt(4, [&] { return !append(folder / "a", "cdef"); }));
+    EXPECT_EQ(readFile(folder / "a"), "ab") << "not even what would have fitted";
 }
 
 TEST(OpenStream, TakesTheModesOfFopen) {

@@ -13,6 +13,8 @@ constexpr int kMostRecords = 64;
 bool recording = false;
 std::size_t allocated[kMostRecords];
 int allocations = 0;
+std::size_t sum = 0;
+int allocationsUntilFailure = 0;
 int released = 0;
 
 // In front of all memory taken, as wide as the strictest alignment.
@@ -21,7 +23,12 @@ constexpr std::size_t kFrontSize = alignof(std::max_align_t);
 static_assert(kFrontSize >= sizeof(Kind));
 
 void* take(std::size_t size, Kind kind) {
-    if (recording && allocations < kMostRecords) allocated[allocations++] = size;
+    if (recording) {
+        if (allocations < kMostRecords) allocated[allocations] = size;
+        ++allocations;
+        sum += size;
+    }
+    if (allocationsUntilFailure > 0 && --allocationsUntilFailure == 0) throw std::bad_alloc();
     if (size > static_cast<std::size_t>(PTRDIFF_MAX) - kFrontSize) throw std::bad_alloc();
     char* const front = static_cast<char*>(std::malloc(kFrontSize + size));
     if (!front) throw std::bad_alloc();
@@ -44,6 +51,7 @@ void giveBack(void* memory, Kind kind) noexcept {
 
 AllocationRecord::AllocationRecord() {
     allocations = 0;
+    sum = 0;
     released = 0;
     recording = true;
 }
@@ -54,7 +62,20 @@ AllocationRecord::~AllocationRecord() {
 
 AllocationRecord::Sizes AllocationRecord::stop() {
     recording = false;
+    if (allocations > kMostRecords) {
+        std::fputs("more allocations than are recorded\n", stderr);
+        std::abort();
+    }
     return Sizes(allocated, allocated + allocations);
+}
+
+std::size_t AllocationRecord::stopAndSum() {
+    recording = false;
+    return sum;
+}
+
+void failAllocationAt(int n) {
+    allocationsUntilFailure = n;
 }
 
 int AllocationRecord::releases() const {
@@ -67,6 +88,23 @@ void* operator new(std::size_t size) {
 
 void* operator new[](std::size_t size) {
     return take(size, Kind::array);
+}
+
+// The sanitizers bring these along too, and would not know what was taken here.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    try {
+        return take(size, Kind::object);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    try {
+        return take(size, Kind::array);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }
 
 void operator delete(void* memory) noexcept {

@@ -14,6 +14,12 @@ public:
     AllocationRecord& operator=(const AllocationRecord&) = delete;
     ~AllocationRecord();
 
-    Sizes stop();  // the sizes that were asked for, in their order
+    // The sizes that were asked for, in their order. Ends the program if there were more than 64.
+    Sizes stop();
+    // Their sum, however many there were.
+    std::size_t stopAndSum();
     int releases() const;
 };
+
+// From now on the n-th allocation with new or new[] throws, counted from 1; 0 means none.
+void failAllocationAt(int n);

@@ -79,6 +79,13 @@ TEST_F(HostWindowsTool, LetsAMacroBuildAndMoveWindows) {
     EXPECT_TRUE(says("Root\n├─ Menu\n│  ├─ A\n│  ├─ Vek\n│  └─ B\n└─ Bridge\n")) << m_said;
 }
 
+TEST_F(HostWindowsTool, TakesEmptyLists) {
+    EXPECT_EQ(run("host.window{ name = 'A', children = {}, entries = {} } print(host.tree())"), 0);
+    EXPECT_EQ(m_said, "A (pull-down menu)\n\n");
+    EXPECT_EQ(tree(R"({"name": "A", "children": [], "entries": []})"), 0);
+    EXPECT_EQ(m_said, "A (pull-down menu)\n");
+}
+
 TEST_F(HostWindowsTool, HasNoWindowsUntilAMacroMakesThem) {
     EXPECT_EQ(run("assert(SetItemPos('a', 0, 'b') == -1) assert(host.tree() == '')"), 0) << m_said;
 }
@@ -90,4 +97,12 @@ TEST_F(HostWindowsTool, TellsAMacroWhatIsWrongWithADescription) {
     EXPECT_EQ(run("local t = {} t.children = { t } host.window(t)"), 1);
     EXPECT_TRUE(says("nested too deep"));
     EXPECT_EQ(run("host.window(print)"), 1);
+    EXPECT_EQ(run("host.window{ view = 'yes' }"), 1);
+    EXPECT_TRUE(says("\"view\" of a window is true or false"));
+    EXPECT_EQ(run("host.window{ name = 'A', children = { {}, label = 'lost' } }"), 1);
+    EXPECT_TRUE(says("a list of windows with fields beside them"));
+    EXPECT_EQ(run("pcall(host.window, { name = 'A', children = { { colour = 'x' } } })"
+                  "assert(host.tree() == '')"),
+              0)
+        << "nothing is added of what is wrong in part";
 }

@@ -122,6 +122,7 @@ TEST_F(RoundTripDemo, InstallsOpensAndClosesTheApplication) {
     }
     EXPECT_TRUE(fileIsThere(Tree::app("Example", "Example.app/Contents/Resources/Vek_Tree.txt")));
     EXPECT_FALSE(fileIsThere(Tree::app("Example", "Example_Running.txt")));
+    EXPECT_TRUE(says("├─ Export\n│     ├─ Send to Example\n")) << "the button is placed";
 }
 
 TEST_F(RoundTripDemo, SaysWhyTheBridgeWasNotInstalled) {

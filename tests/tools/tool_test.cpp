@@ -102,6 +102,25 @@ TEST_F(Tool, SuggestsANameThatIsNear) {
     EXPECT_TRUE(has(outcome, "did you mean GetVekAppTamplate?"));
 }
 
+TEST_F(Tool, RejectsArgumentsThatAnExportDoesNotUse) {
+    for (const char* arguments :
+         {"call GetVekAppExt --value 0 --text foo", "call PrintInLog --value 1",
+          "call FindVekApp --text x --out1 100", "call GetVekAppExt --value 0 --out2 100"}) {
+        const Outcome outcome = vek(arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_TRUE(has(outcome, " no ")) << outcome.output;
+    }
+}
+
+TEST_F(Tool, ShowsTheHeaderOfAnExchangeFile) {
+    const std::string sound = ExchangeFile().end().bytes();
+    EXPECT_TRUE(
+        has(vek("info '" + file("m.vek", sound) + "'"), "header: \"Vekb\", 28 zero bytes\n"));
+    std::string odd = sound;
+    odd[20] = 1;
+    EXPECT_TRUE(has(vek("info '" + file("m.vek", odd) + "'"), "28 bytes that are not all zero"));
+}
+
 TEST_F(Tool, RejectsALibraryAndAnInputThatAreNone) {
     EXPECT_EQ(vek("call PrintInLog --lib /no/such.so").status, 2);
     const Outcome outcome = vek("call WriteConfigPrefAsInt --text x --in1 k --in2 word");

@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr int kOutSize = 4096;
+
 nlohmann::json asJson(const Block& block, BlockKind kind) {
     if (!block.written()) return nullptr;
     switch (kind) {
@@ -77,19 +79,31 @@ int callExport(const CallRequest& request) {
                    nearestExport(request.name));
         return 2;
     }
+    if ((request.text && entry->text.empty()) || (request.value && entry->value.empty())) {
+        fmt::print(stderr, "vek: {} uses no {}\n", entry->name,
+                   request.text && entry->text.empty() ? "text" : "value");
+        return 2;
+    }
+    if ((request.out1 && !isOutput(entry->block1)) || (request.out2 && !isOutput(entry->block2))) {
+        fmt::print(stderr, "vek: {} fills no {} block\n", entry->name,
+                   request.out1 && !isOutput(entry->block1) ? "first" : "second");
+        return 2;
+    }
     const bool block1Unused = request.in1 && !isInput(entry->block1);
     if (block1Unused || (request.in2 && !isInput(entry->block2))) {
         fmt::print(stderr, "vek: {} reads no {} block\n", entry->name,
                    block1Unused ? "first" : "second");
         return 2;
     }
-    Block block1(entry->block1, request.in1, isOutput(entry->block1) ? request.out1 : 0);
-    Block block2(entry->block2, request.in2, isOutput(entry->block2) ? request.out2 : 0);
+    Block block1(entry->block1, request.in1,
+                 isOutput(entry->block1) ? request.out1.value_or(kOutSize) : 0);
+    Block block2(entry->block2, request.in2,
+                 isOutput(entry->block2) ? request.out2.value_or(kOutSize) : 0);
     const Library library(request.library);
     std::string text(request.text.value_or(""));
-    const float result = library.find(entry->name)(request.text ? text.data() : nullptr,
-                                                   request.value, block1.data(), block1.size(),
-                                                   block2.data(), block2.size(), nullptr);
+    const float result = library.find(entry->name)(
+        request.text ? text.data() : nullptr, request.value.value_or(0.0), block1.data(),
+        block1.size(), block2.data(), block2.size(), nullptr);
     (request.json ? printJson : print)(*entry, result, block1, block2);
     return 0;
 }

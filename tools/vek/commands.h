@@ -13,9 +13,9 @@ struct CallRequest {
     std::string name;
     std::string library;
     std::optional<std::string> text;
-    double value = 0.0;
+    std::optional<double> value;
     std::optional<std::string> in1, in2;
-    int out1 = 4096, out2 = 4096;
+    std::optional<int> out1, out2;  // sizes; 4,096 bytes where none is given
     bool json = false;
 };
 int callExport(const CallRequest& request);

@@ -58,7 +58,13 @@ private:
         } else if (std::memcmp(magic, kVekMagic, 4) != 0) {
             problem(0, "The magic is in other letter case: it is turned, but readers refuse it.");
         }
-        if (m_info.fileSize >= kVekFileHeaderSize) return true;
+        if (m_info.fileSize >= kVekFileHeaderSize) {
+            char reserved[kVekFileHeaderSize - kVekMagicSize];
+            m_file.readAt(kVekMagicSize, reserved, sizeof reserved);
+            m_info.reservedIsZero =
+                std::all_of(reserved, reserved + sizeof reserved, [](char c) { return c == 0; });
+            return true;
+        }
         problem(m_info.fileSize, "The file ends inside its header.");
         return false;
     }

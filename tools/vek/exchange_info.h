@@ -27,6 +27,7 @@ struct ExchangeInfo {
     static constexpr std::size_t kMostBlocks = 10000;
 
     bool isExchangeFile = true;
+    bool reservedIsZero = true;  // the 28 bytes behind the magic
     std::int64_t fileSize = 0;
     std::uint64_t blockCount = 0;
     std::vector<Block> blocks;      // the first kMostBlocks

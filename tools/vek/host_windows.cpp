@@ -214,8 +214,13 @@ HostWindow& HostWindows::add(HostWindow* parent, const std::string& name) {
     HostWindow& window = m_windows.back();
     window.name = name;
     window.parent = parent;
-    HostWindow* last = parent ? parent->child : m_lastTop;
-    while (parent && last && last->next) last = last->next;
+    HostWindow* last = m_lastTop;
+    if (parent) {
+        const bool isStillThere = parent->lastAdded && parent->lastAdded->parent == parent;
+        last = isStillThere ? parent->lastAdded : parent->child;
+        parent->lastAdded = &window;
+    }
+    while (last && last->next) last = last->next;
     window.previous = last;
     if (last) {
         last->next = &window;

@@ -23,6 +23,7 @@ struct HostWindow {
     std::string name;                  // its text; empty: none
     std::string label;                 // of its command state; empty: none
     bool isMenu = false;
+    HostWindow* lastAdded = nullptr;  // the child that was added last, wherever it is by now
 
     AWin* win() { return reinterpret_cast<AWin*>(&asWin); }
     static HostWindow* of(AWin* win);  // null for null

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "formats/vek_header.h"
 #include "foundation/bx_string.h"
 #include "tools/vek/commands.h"
 #include "tools/vek/exchange_info.h"
@@ -18,6 +19,10 @@ const char* verdict(const ExchangeInfo& info) {
 void print(const std::string& path, const ExchangeInfo& info) {
     fmt::print("{}: {} bytes, {} block{}\n", path, info.fileSize, info.blockCount,
                info.blockCount == 1 ? "" : "s");
+    if (info.isExchangeFile) {
+        fmt::print("header: \"{}\", {}\n", kVekMagic,
+                   info.reservedIsZero ? "28 zero bytes" : "28 bytes that are not all zero");
+    }
     if (!info.blocks.empty()) {
         fmt::print("{:>12} {:>6} {:>12} {:>10} {:>10}  {}\n", "offset", "id", "size", "count",
                    "param", "what it is");
@@ -29,7 +34,9 @@ void print(const std::string& path, const ExchangeInfo& info) {
                    block.count, block.param, blockMeaning(block.id),
                    block.text.empty() ? "" : ": " + block.text);
     }
-    if (info.blockCount > shown) fmt::print("and {} blocks more\n", info.blockCount - shown);
+    if (info.blockCount > shown)
+        fmt::print("and {} blocks more; --json lists up to {}\n", info.blockCount - shown,
+                   ExchangeInfo::kMostBlocks);
     if (info.hasVertices && info.least[0] <= info.greatest[0]) {
         fmt::print("{} vertices within ({}, {}, {}) to ({}, {}, {})\n", info.vertices,
                    info.least[0], info.least[1], info.least[2], info.greatest[0], info.greatest[1],
@@ -47,7 +54,10 @@ void print(const std::string& path, const ExchangeInfo& info) {
 }
 
 void printJson(const ExchangeInfo& info) {
-    nlohmann::json json = {{"size", info.fileSize}, {"block_count", info.blockCount}};
+    nlohmann::json json = {{"size", info.fileSize},
+                           {"reserved_is_zero", info.reservedIsZero},
+                           {"block_count", info.blockCount},
+                           {"blocks_are_all_listed", info.blockCount == info.blocks.size()}};
     json["blocks"] = nlohmann::json::array();
     for (const auto& block : info.blocks) {
         nlohmann::json one = {

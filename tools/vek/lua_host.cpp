@@ -3,6 +3,7 @@
 #include <lua.hpp>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
+#include <utility>
 
 #include "tools/vek/host_windows.h"
 #include "tools/vek/window_description.h"
@@ -15,25 +16,42 @@ constexpr int kDeepest = 1000;
 
 Json valueAt(lua_State* lua, int depth);
 
-// The table on top of the stack: a list where it has a first element.
-Json tableAt(lua_State* lua, int depth) {
-    if (depth > kDeepest) throw std::runtime_error("the windows are nested too deep");
-    if (!lua_checkstack(lua, 4)) throw std::runtime_error("the windows are nested too deep");
+bool isList(const std::string& field) {
+    return field == "children" || field == "entries";
+}
+
+// The table on top of the stack, as a list or by its fields.
+Json listAt(lua_State* lua, int depth) {
+    Json list = Json::array();
     const auto length = static_cast<lua_Integer>(lua_rawlen(lua, -1));
-    Json result = length > 0 ? Json::array() : Json::object();
     for (lua_Integer i = 1; i <= length; ++i) {
         lua_rawgeti(lua, -1, i);
-        result.push_back(valueAt(lua, depth));
+        list.push_back(valueAt(lua, depth));
         lua_pop(lua, 1);
     }
-    lua_pushnil(lua);
-    while (length == 0 && lua_next(lua, -2)) {
+    lua_Integer fields = 0;
+    for (lua_pushnil(lua); lua_next(lua, -2); lua_pop(lua, 1)) ++fields;
+    if (fields > length) throw std::runtime_error("a list of windows with fields beside them");
+    return list;
+}
+
+Json fieldsAt(lua_State* lua, int depth) {
+    Json fields = Json::object();
+    for (lua_pushnil(lua); lua_next(lua, -2); lua_pop(lua, 1)) {
         if (lua_type(lua, -2) != LUA_TSTRING) throw std::runtime_error("a field without a name");
-        result[lua_tostring(lua, -2)] = valueAt(lua, depth);
-        lua_pop(lua, 1);
+        const std::string name = lua_tostring(lua, -2);
+        const bool isEmptyList = isList(name) && lua_istable(lua, -1) && lua_rawlen(lua, -1) == 0;
+        Json value = valueAt(lua, depth);
+        fields[name] = isEmptyList && value.empty() ? Json::array() : std::move(value);
     }
-    if (length > 0) lua_pop(lua, 1);
-    return result;
+    return fields;
+}
+
+Json tableAt(lua_State* lua, int depth) {
+    if (depth > kDeepest || !lua_checkstack(lua, 4)) {
+        throw std::runtime_error("the windows are nested too deep");
+    }
+    return lua_rawlen(lua, -1) > 0 ? listAt(lua, depth) : fieldsAt(lua, depth);
 }
 
 Json valueAt(lua_State* lua, int depth) {

@@ -12,11 +12,6 @@ using Json = nlohmann::json;
 
 constexpr int kDeepest = 1000;
 
-std::string textIn(const Json& value, const std::string& key) {
-    if (!value.is_string()) throw std::runtime_error("\"" + key + "\" of a window is a text");
-    return value.get<std::string>();
-}
-
 // The descriptions that a value holds.
 std::vector<const Json*> descriptionsIn(const Json& value) {
     std::vector<const Json*> all;
@@ -28,35 +23,38 @@ std::vector<const Json*> descriptionsIn(const Json& value) {
     return all;
 }
 
-void describe(HostWindows& windows, HostWindow& window, const Json& description, int depth);
-
-void describeBelow(HostWindows& windows, HostWindow& window, const std::string& key,
-                   const Json& value, int depth) {
-    if (depth > kDeepest) throw std::runtime_error("the windows are nested too deep");
-    for (const Json* one : descriptionsIn(value)) {
-        HostWindow& below =
-            key == "entries" ? windows.addEntry(window, "") : windows.add(&window, "");
-        describe(windows, below, *one, depth + 1);
-    }
-}
-
-void describe(HostWindows& windows, HostWindow& window, const Json& description, int depth) {
+// Throws for what describes no window, before any is made.
+void check(const Json& description, int depth) {
     if (!description.is_object()) throw std::runtime_error("a window is described by an object");
+    if (depth > kDeepest) throw std::runtime_error("the windows are nested too deep");
     for (const auto& [key, value] : description.items()) {
-        if (key == "name") {
-            window.name = textIn(value, key);
-        } else if (key == "label") {
-            window.label = textIn(value, key);
-        } else if (key == "view" && value.is_boolean()) {
-            if (value.get<bool>()) windows.setView(window);
-        } else if (key == "entries") {
-            window.isMenu = true;
-            describeBelow(windows, window, key, value, depth);
-        } else if (key == "children") {
-            describeBelow(windows, window, key, value, depth);
+        if (key == "name" || key == "label") {
+            if (!value.is_string())
+                throw std::runtime_error("\"" + key + "\" of a window is a text");
+        } else if (key == "view") {
+            if (!value.is_boolean())
+                throw std::runtime_error("\"view\" of a window is true or false");
+        } else if (key == "entries" || key == "children") {
+            for (const Json* one : descriptionsIn(value)) check(*one, depth + 1);
         } else {
             throw std::runtime_error("a window has no \"" + key + "\"");
         }
+    }
+}
+
+void make(HostWindows& windows, HostWindow& window, const Json& description) {
+    window.name = description.value("name", "");
+    window.label = description.value("label", "");
+    if (description.value("view", false)) windows.setView(window);
+    if (const auto entries = description.find("entries"); entries != description.end()) {
+        window.isMenu = true;
+        for (const Json* one : descriptionsIn(*entries)) {
+            make(windows, windows.addEntry(window, ""), *one);
+        }
+    }
+    if (const auto children = description.find("children"); children != description.end()) {
+        for (const Json* one : descriptionsIn(*children))
+            make(windows, windows.add(&window, ""), *one);
     }
 }
 
@@ -64,7 +62,7 @@ void describe(HostWindows& windows, HostWindow& window, const Json& description,
 
 void describeWindows(HostWindows& windows, const std::string& json) {
     const Json all = Json::parse(json);
-    for (const Json* one : descriptionsIn(all)) {
-        describe(windows, windows.add(nullptr, ""), *one, 0);
-    }
+    const std::vector<const Json*> descriptions = descriptionsIn(all);
+    for (const Json* one : descriptions) check(*one, 0);
+    for (const Json* one : descriptions) make(windows, windows.add(nullptr, ""), *one);
 }

@@ -11,5 +11,5 @@ class HostWindows;
 //     "entries"         the same, of a pull-down menu's entries
 //     "view"            true for the window that the document's view is in
 //
-// Throws std::runtime_error with a sentence for anything else.
+// Throws std::runtime_error with a sentence, and adds nothing, for anything else.
 void describeWindows(HostWindows& windows, const std::string& json);
