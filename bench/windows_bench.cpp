@@ -66,9 +66,18 @@ void find(benchmark::State& state, Shape shape) {
     DFunctionsHelper::setFuncTable(nullptr);
 }
 
-BENCHMARK_CAPTURE(find, wide, Shape::Wide)->Iterations(9)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(find, deep, Shape::Deep)->Iterations(9)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(find, bushy, Shape::Bushy)->Iterations(9)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(find, wide, Shape::Wide)
+    ->Iterations(9)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(find, deep, Shape::Deep)
+    ->Iterations(9)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(find, bushy, Shape::Bushy)
+    ->Iterations(9)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -69,6 +69,7 @@ private:
         int point;  // -1: free
     };
 
+    static constexpr std::size_t kPointsAhead = 16;
     static constexpr std::uint64_t kMixer = 0x9E3779B97F4A7C15u;
 
     // Every bit of the key reaches every one of the upper bits. Points whose parts have few bits
@@ -89,12 +90,13 @@ private:
     // Also takes in the points that were made before there was a table. By the points and not by
     // the slots: their memory lies in a row.
     void grow() {
-        constexpr std::size_t kFewest = 64;
+        constexpr std::size_t kFewest = 128;
         m_slots.assign(std::max(kFewest, 4 * m_slots.size()), Slot{0, -1});
         m_shift = 64;
         for (std::size_t size = m_slots.size(); size > 1; size /= 2) --m_shift;
         m_used = 0;
         for (std::size_t point = m_first; point < m_points.size(); ++point) {
+            if (point + kPointsAhead < m_points.size()) fetch(m_points[point + kPointsAhead]);
             if (hasNaN(m_points[point])) continue;
             const std::uint64_t hash = hashOf(keyOf(m_points[point]));
             std::size_t slot = firstSlot(hash);
