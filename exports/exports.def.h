@@ -61,5 +61,5 @@ X(WriteConfigPrefAsString, preferences, "configuration file path", "", IN_TEXT, 
 X(WriteConfigPrefAsBool, preferences, "configuration file path", "", IN_TEXT, IN_BOOL, "1 key was there before; 0 new")
 X(WriteConfigPrefAsInt, preferences, "configuration file path", "", IN_TEXT, IN_INT, "1 key was there before; 0 new")
 X(WriteConfigPrefAsFloat, preferences, "configuration file path", "", IN_TEXT, IN_FLOAT, "1 key was there before; 0 new")
-X(SetItemPos, placement, "path of the item to move", "offset", IN_TEXT, NONE, "0 found, moved or in place; -1 otherwise")
+X(SetItemPos, placement, "path of the item to move", "offset", IN_TEXT, NONE, "0 found, whether it moved or not; -1 otherwise")
 /* clang-format on */

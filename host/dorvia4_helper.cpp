@@ -16,7 +16,7 @@ void linkBehind(AWin* w, AWin* after, AWin* before) {
     if (before) setPrevOf(before, w);
 }
 
-// Whether `inner` is `w`, or is below it as a child or as an entry of a menu, which has no link up.
+// Whether `inner` is `w`, or is below it as a child or as an entry of a menu without a link up.
 // Also where what is below does not end.
 bool holds(AWin* w, AWin* inner) {
     WalkLimit limit;
@@ -24,11 +24,13 @@ bool holds(AWin* w, AWin* inner) {
     while (!below.empty()) {
         AWin* const window = below.back();
         below.pop_back();
-        if (window == inner || !limit.step()) return true;
+        if (window == inner) return true;
         const int entries = entryCountOf(window);
         for (int i = 0; i < entries; ++i) {
             if (!limit.step()) return true;
-            if (AWin* const entry = entryOf(window, i)) below.push_back(entry);
+            AWin* const entry = entryOf(window, i);
+            // One that has a parent is come to from there.
+            if (entry && !parentOf(entry)) below.push_back(entry);
         }
         for (AWin* child = firstChildOf(window); child; child = nextOf(child)) {
             if (!limit.step()) return true;

@@ -38,7 +38,8 @@ public:
     // behind the child `index` - 1, counted while `w` is still where it was, or behind the last
     // one. False, with nothing changed, when `w` is there already or would be the child before or
     // behind itself (so for the first child and index 1), when either is null, and when `parent` is
-    // `w` or lies in it, as a child or as a menu's entry.
+    // `w` or lies in it, as a child or as a menu's entry that
+    // has no parent.
     static bool moveWindow(AWin* w, AWin* parent, int index);
 
     static ADoc* s_doc;

@@ -62,7 +62,7 @@ inline HostText nameOf(AWin* w) {
 }
 
 // How far a walk may go: in a tree of a million each window is come to twice, as a child and as an
-// entry of a menu, or as one of these and for itself.
+// entry of a menu.
 class WalkLimit {
 public:
     // False when the walk has gone too far.

@@ -89,13 +89,21 @@ bool runs(const std::string& script, const std::string& program,
            interpreter.back() == arguments[0];
 }
 
+// A path as the process means it; empty where that cannot be told.
+std::string seenFrom(std::uint32_t id, const std::string& path) {
+    if (path[0] == '/') return path;
+    const std::string folder = linkTarget(procFile(id, "cwd"));
+    return folder.empty() ? std::string() : folder + "/" + path;
+}
+
 // An interpreter's script follows at most one argument of its own. Only scripts of bundles are
-// looked at.
+// looked at. A process that has left the folder in which it was started has a script that cannot be
+// told.
 std::string scriptOf(std::uint32_t id, const std::string& program) {
     const std::vector<std::string> arguments = argumentsOf(id);
     for (std::size_t i = 1; i < arguments.size() && i <= 2; ++i) {
-        const std::string& script = arguments[i];
-        if (bxBundleOfExecutable(script.c_str()).isEmpty()) continue;
+        if (bxBundleOfExecutable(arguments[i].c_str()).isEmpty()) continue;
+        const std::string script = seenFrom(id, arguments[i]);
         if (runs(script, program, arguments)) return script;
     }
     return std::string();

@@ -11,9 +11,10 @@ finish() {
     exit
 }
 
-# As the bridge reads it: the key in any letter case, with or without quotes around the value.
-app=$(grep -i '^[[:blank:]]*PATH[[:blank:]:=]' "$folder/Vek_Config.txt" 2>/dev/null | head -n 1 |
-    sed 's/^[[:blank:]]*[A-Za-z]*[[:blank:]:=]*//; s/[[:space:]]*$//; s/^"\(.*\)"$/\1/')
+# As the bridge reads it: the key in any letter case and a '=', with or without quotes around the value.
+app=$(tr '\r' '\n' 2>/dev/null <"$folder/Vek_Config.txt" |
+    grep -i '^[[:blank:]]*PATH[[:blank:]]*=' | head -n 1 |
+    sed 's/^[^=]*=[[:blank:]]*//; s/[[:space:]]*$//; s/^"\(.*\)"$/\1/')
 [ -n "$app" ] || finish "It is not known where Example is. Locate it first."
 [ -d "$app/Contents" ] || finish "Example is no longer where it was located: $app"
 resources=$app/Contents/Resources

@@ -7,7 +7,8 @@ config=$folder/Vek_Config.txt
 note() {
     {
         printf '%s' "$1"
-        [ ! -f "$config" ] || grep -iv '^[[:blank:]]*PATH[[:blank:]:=]' "$config"
+        [ ! -f "$config" ] || tr '\r' '\n' <"$config" | grep -iv '^[[:blank:]]*PATH[[:blank:]]*=' |
+            grep .
     } >"$config.new"
     mv "$config.new" "$config"
 }

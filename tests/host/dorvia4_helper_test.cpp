@@ -346,6 +346,30 @@ TEST_F(MoveWindow, RefusesToPutAMenuBelowItsOwnEntry) {
     EXPECT_TRUE(move(tool, two, 0)) << "another one can go there";
 }
 
+TEST_F(MoveWindow, MovesAMenuBelowAnEntryThatStandsElsewhere) {
+    EXPECT_TRUE(move(two, tool, 1));
+    EXPECT_TRUE(move(menu, two, 0));
+    EXPECT_EQ(menu->parent, two);
+}
+
+TEST_F(MoveWindow, MovesMenusWhoseEntriesAreTheirChildrenToo) {
+    HostWindow* last = menu;
+    for (int i = 0; i < 40; ++i) {
+        HostWindow& below = windows.add(last, "m");
+        last->isMenu = true;
+        last->entries.push_back(&below);
+        last = &below;
+    }
+    EXPECT_TRUE(move(menu, canvas, 0)) << "deep";
+    HostWindow& flat = windows.add(root, "flat");
+    flat.isMenu = true;
+    for (int i = 0; i < 999000; ++i) flat.entries.push_back(&windows.add(&flat, ""));
+    EXPECT_TRUE(move(&flat, tool, 0)) << "wide";
+    EXPECT_EQ(Dorvia4Helper::getWindowChildIndex(flat.entries.back()->win()), 998999);
+    EXPECT_TRUE(move(b, &flat, 998000));
+    EXPECT_EQ(Dorvia4Helper::getWindowChildIndex(b->win()), 998000);
+}
+
 TEST_F(MoveWindow, MovesWithinARootThatIsItsOwnParent) {
     root->parent = root;
     EXPECT_TRUE(move(b, root, 1));

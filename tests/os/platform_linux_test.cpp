@@ -103,6 +103,29 @@ TEST_F(LinuxBundle, WhoseScriptAsksEnvForItsInterpreterIsFoundRunning) {
     EXPECT_TRUE(soon([&] { return !BXDiskServer::getRunningProcess(text(other), process); }));
 }
 
+TEST_F(LinuxBundle, IsFoundRunningWhereItWasStartedByARelativePath) {
+    // Another one of the same name, in the folder from where it is asked for.
+    makeFolders(m_folder / "other");
+    makeBundle(m_folder / "other/My App.app", "1", "#!/bin/sh\n");
+    const pid_t child = fork();
+    if (child == 0) {
+        if (chdir(m_folder.path().c_str()) == 0) {
+            execl("My App.app/Contents/MacOS/program", "program", static_cast<char*>(nullptr));
+        }
+        _exit(127);
+    }
+    EXPECT_TRUE(says("started"));
+    const BXString before = BXDiskServer::getCurrentPath();
+    ASSERT_TRUE(BXDiskServer::openFolder(at(m_folder, "other")));
+    EXPECT_TRUE(isRunning());
+    BXProcessSerialNumber process;
+    EXPECT_FALSE(BXDiskServer::getRunningProcess(at(m_folder, "other/My App.app"), process));
+    EXPECT_FALSE(BXDiskServer::getRunningProcess("My App.app", process));
+    ASSERT_TRUE(BXDiskServer::openFolder(before));
+    writeFile(m_folder / "stop", "");
+    waitpid(child, nullptr, 0);
+}
+
 TEST_F(LinuxBundle, IsNotRunningWhereAProgramOnlyHasItsNameAsAnArgument) {
     const std::string program = app() + "/Contents/MacOS/program";
     const pid_t child = fork();

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <random>
 
+#include "config/bx_generic_config_file_parser.h"
 #include "tests/support/exchange_file.h"
 #include "tests/support/temp_folder.h"
 #include "tests/tools/program.h"
@@ -385,12 +386,17 @@ TEST_F(ExampleScripts, InstallTheBridgeWhichThenEdits) {
 }
 
 TEST_F(ExampleScripts, ReadTheConfigurationAsTheBridgeDoes) {
-    for (const char* head : {"PATH = \"", "path:\"", " Path\t= \"", "PATH = "}) {
-        const bool isQuoted = std::string(head).back() == '"';
-        writeFile(file("Vek_Config.txt"), "X = 1\n" + std::string(head) + file("Example.app") +
-                                              (isQuoted ? "\"\r\n" : "\n"));
+    const std::string app = file("Example.app");
+    for (const std::string& line :
+         {"PATH = \"" + app + "\"", "path=\"" + app + "\"", " Path\t= \"" + app + "\"",
+          "PATH = " + app, "X = 1\rPATH = \"" + app + "\"\rY = 2", "PATH:\"" + app + "\"",
+          "PATH \"" + app + "\"", "PATHS = \"" + app + "\"", std::string("Y = 2")}) {
+        writeFile(file("Vek_Config.txt"), "X = 1\n" + line + "\n");
+        bool found = false;
+        const BXString known = BXGenericConfigFileParser::findTokenInConfigFile(
+            file("Vek_Config.txt").c_str(), "PATH", &found);
         EXPECT_EQ(script("init.sh"), 0) << m_said;
-        EXPECT_EQ(log(), "") << head;
+        EXPECT_EQ(log().empty(), found && known.unquoted() == BXString(app.c_str())) << line;
     }
 }
 

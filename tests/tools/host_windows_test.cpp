@@ -79,6 +79,20 @@ TEST_F(HostWindowsTool, LetsAMacroBuildAndMoveWindows) {
     EXPECT_TRUE(says("Root\n├─ Menu\n│  ├─ A\n│  ├─ Vek\n│  └─ B\n└─ Bridge\n")) << m_said;
 }
 
+TEST_F(HostWindowsTool, DrawsAnEntryWhereItWasPlaced) {
+    ASSERT_EQ(run(R"(
+        host.window{ name = "Root", children = {
+            { name = "Menu", entries = { { name = "E", children = { { name = "x" } } } } },
+            { name = "Bar", children = { { name = "A" } } } } }
+        assert(SetItemPos("Menu:E", 1, "Bar:A") == 0)
+        print(host.tree()))"),
+              0)
+        << m_said;
+    EXPECT_EQ(m_said,
+              "Root\n├─ Menu (pull-down menu)\n│  └─ E (entry, placed elsewhere)\n"
+              "└─ Bar\n   ├─ A\n   └─ E\n      └─ x\n\n");
+}
+
 TEST_F(HostWindowsTool, TakesEmptyLists) {
     EXPECT_EQ(run("host.window{ name = 'A', children = {}, entries = {} } print(host.tree())"), 0);
     EXPECT_EQ(m_said, "A (pull-down menu)\n\n");

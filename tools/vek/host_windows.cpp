@@ -177,7 +177,12 @@ private:
         for (std::size_t i = 0; i < window.entries.size(); ++i) {
             const bool isLast = i + 1 == window.entries.size() && !window.child;
             const HostWindow& entry = *window.entries[i];
-            one(entry, indent, isLast, entry.parent ? " (entry, placed elsewhere)" : " (entry)");
+            if (entry.parent) {
+                m_text += indent + (isLast ? "└─ " : "├─ ") + entry.shownName() +
+                          " (entry, placed elsewhere)\n";
+            } else {
+                one(entry, indent, isLast, " (entry)");
+            }
         }
         chain(window.child, indent);
     }
