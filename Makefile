@@ -5,7 +5,7 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 # As it is written, whatever characters the path has.
 override export MESH := $(value MESH)
 
-.PHONY: help setup build test demo bench format clean
+.PHONY: help setup macos-headers build test demo bench format clean
 
 help:
 	@echo "make demo    a mesh goes to another application and back; MESH=path.obj takes your own"
@@ -18,11 +18,16 @@ help:
 setup:
 	@scripts/install-packages
 
+# Without them the tests that build for the Mac are skipped.
+macos-headers: setup
+	@scripts/fetch-macos-headers build/macos-headers || \
+	    echo "The tests that build for the Mac will be skipped."
+
 build: setup
 	@cmake --preset release >/dev/null
 	@cmake --build --preset release -j $(JOBS)
 
-test: setup
+test: setup macos-headers
 	@for preset in $(PRESETS); do \
 	    echo "== $$preset"; \
 	    cmake --preset $$preset >/dev/null && \

@@ -51,6 +51,10 @@ endif()
 function(vek_warnings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
         $<$<BOOL:${VEK_WERROR}>:-Werror>)
+    # What the oldest macOS that is built for does not have would keep the library from being loaded.
+    if(APPLE)
+        target_compile_options(${target} PRIVATE -Wunguarded-availability)
+    endif()
     # The checks that sanitizers put in make GCC see uninitialised values in the standard library.
     if(VEK_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
