@@ -5,13 +5,14 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 # As it is written, whatever characters the path has.
 override export MESH := $(value MESH)
 
-.PHONY: help setup macos-headers build test demo bench format clean
+.PHONY: help setup macos-headers build test demo bench package format clean
 
 help:
 	@echo "make demo    a mesh goes to another application and back; MESH=path.obj takes your own"
 	@echo "make test    builds and runs the tests: 64-bit, 32-bit, and under sanitizers"
 	@echo "make build   builds build/release/libVek.so and the tool build/release/bin/vek"
 	@echo "make bench   measures, side by side with floors and peers"
+	@echo "make package leaves a .deb in build/, on a Mac a .zip"
 	@echo "make format  formats the sources"
 	@echo "make clean   removes build/"
 
@@ -45,6 +46,12 @@ bench: setup
 	@cmake --preset bench >/dev/null
 	@cmake --build --preset bench -j $(JOBS)
 	@scripts/private-view bench/run build/bench
+
+package: PACKAGE = $(if $(filter Darwin,$(shell uname)),macos-package,package)
+package: setup
+	@cmake --preset $(PACKAGE) >/dev/null
+	@cmake --build --preset $(PACKAGE) -j $(JOBS)
+	@cd build && cpack --config $(PACKAGE)/CPackConfig.cmake | grep generated
 
 format:
 	@git ls-files '*.cpp' '*.h' | grep -v exports.def.h | xargs clang-format -i

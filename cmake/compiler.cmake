@@ -15,6 +15,12 @@ if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
     set(CMAKE_BUILD_TYPE Release)
 endif()
 
+# What the tool and the tests have a source each for is named after it.
+set(VEK_SYSTEM linux)
+if(APPLE)
+    set(VEK_SYSTEM macos)
+endif()
+
 find_program(VEK_CCACHE ccache)
 if(VEK_CCACHE)
     set(CMAKE_C_COMPILER_LAUNCHER ${VEK_CCACHE})
@@ -51,10 +57,6 @@ endif()
 function(vek_warnings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
         $<$<BOOL:${VEK_WERROR}>:-Werror>)
-    # What the oldest macOS that is built for does not have would keep the library from being loaded.
-    if(APPLE)
-        target_compile_options(${target} PRIVATE -Wunguarded-availability)
-    endif()
     # The checks that sanitizers put in make GCC see uninitialised values in the standard library.
     if(VEK_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)

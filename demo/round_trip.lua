@@ -21,7 +21,9 @@ local TWIST = 90 -- degrees, from the bottom of the mesh to its top
 local SCALE = 2
 
 local options, complaint = files.options(arg, {
-    app = vek.script_folder .. "/../build/release/apps/" .. APP,
+    -- as it is built, or as it is installed
+    app = files.first_there(vek.script_folder .. "/../build/release/apps/" .. APP,
+        vek.script_folder .. "/../apps/" .. APP),
     project = TREE .. "/VekProjects/Default",
     out = "build/demo",
     faces = "100000",

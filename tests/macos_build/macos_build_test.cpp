@@ -147,7 +147,9 @@ TEST_F(MacBuild, RefusesWhatTheOldestMacDoesNotHave) {
               "cmake_minimum_required(VERSION 3.22)\nproject(Newer CXX)\n"
               "include(" VEK_SOURCE_DIR
               "/cmake/compiler.cmake)\n"
-              "set(VEK_WERROR ON)\nadd_library(newer OBJECT newer.cpp)\nvek_warnings(newer)\n");
+              "include(" VEK_SOURCE_DIR
+              "/cmake/layer.cmake)\n"
+              "set(VEK_WERROR ON)\nvek_add_layer(newer SOURCES newer.cpp)\n");
     writeFile(folder / "newer.cpp",
               "#include <fcntl.h>\nint open(const char* name) { return openat(0, name, 0); }\n");
     std::string said;

@@ -4,7 +4,10 @@
 
 #include <cstdio>
 #include <cstring>
+#include <string>
 #include <vector>
+
+#include "tools/vek/own_program.h"
 
 namespace {
 
@@ -18,9 +21,8 @@ bool onlyLists(int argc, char** argv) {
 // Starts this program anew where the shared tree is its own; returns only on failure.
 void enterPrivateView(char** argv) {
     static char launcher[] = VEK_SOURCE_DIR "/scripts/private-view";
-    char self[4096] = {};
-    if (readlink("/proc/self/exe", self, sizeof self - 1) <= 0) return;
-    std::vector<char*> command = {launcher, self};
+    std::string self = ownProgram();
+    std::vector<char*> command = {launcher, self.data()};
     for (char** argument = argv + 1; *argument; ++argument) command.push_back(*argument);
     command.push_back(nullptr);
     setenv("VEK_VIEW_QUIET", "1", 1);
