@@ -7,10 +7,13 @@
 
 #include "tools/vek/commands.h"
 #include "tools/vek/library.h"
+#include "tools/vek/tree_init.h"
 
 int main(int argc, char** argv) {
     CLI::App app(
-        "Plays the host: calls the library's exports, runs macros, looks into exchange files.");
+        "Plays the host: calls the library's exports, runs macros, looks into exchange files. "
+        "Makes "
+        "the shared tree.");
     app.name("vek");
     app.set_version_flag("--version", "vek " VEK_VERSION);
     app.footer(
@@ -64,6 +67,14 @@ int main(int argc, char** argv) {
         app.add_subcommand("tree", "Draw the windows of a host that a JSON file describes");
     tree->add_option("file", file, "The description")->required();
     tree->callback([&] { status = showTree(file); });
+
+    std::string apps = shippedAppsFolder();
+    CLI::App* const init = app.add_subcommand(
+        "init", "Make the shared tree, or what is missing of it; what is there stays as it is");
+    withJson(init);
+    init->add_option("--apps", apps, "The folder of the target applications that are put into it")
+        ->capture_default_str();
+    init->callback([&] { status = initTree(apps, json); });
 
     try {
         app.parse(argc, argv);
