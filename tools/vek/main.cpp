@@ -13,11 +13,12 @@ int main(int argc, char** argv) {
     CLI::App app(
         "Plays the host: calls the library's exports, runs macros, looks into exchange files. "
         "Makes "
-        "the shared tree.");
+        "the shared tree and checks it.");
     app.name("vek");
     app.set_version_flag("--version", "vek " VEK_VERSION);
     app.footer(
-        "Exit status: 0 fine; 1 a macro failed or a file is damaged; 2 it could not be done.");
+        "Exit status: 0 fine; 1 a macro failed, a file is damaged or something is wrong with the "
+        "tree; 2 it could not be done.");
     app.require_subcommand(1);
     int status = 0;
     bool json = false;
@@ -75,6 +76,11 @@ int main(int argc, char** argv) {
     init->add_option("--apps", apps, "The folder of the target applications that are put into it")
         ->capture_default_str();
     init->callback([&] { status = initTree(apps, json); });
+
+    CLI::App* const check =
+        app.add_subcommand("check", "Say what is wrong with the shared tree, and what to do");
+    withJson(check);
+    check->callback([&] { status = checkSharedTree(json); });
 
     try {
         app.parse(argc, argv);
