@@ -1,6 +1,7 @@
 """The library, called as the host calls it."""
 
 import ctypes
+import struct
 
 BLOCK = 65536
 
@@ -29,6 +30,13 @@ class Bridge:
         blocks = [ctypes.create_string_buffer(b"\x5a" * BLOCK, BLOCK) for _ in range(2)]
         result = self._call(name, None, value, *blocks)
         return (result,) + tuple(_written(block) for block in blocks)
+
+    def switches(self, value):
+        """The switches that the host's scripts are told of."""
+        block = ctypes.create_string_buffer(BLOCK)
+        self._call("GetVekAppIOPrefs", None, value, block, None)
+        low, high = struct.unpack_from("<I4xI", block.raw)
+        return low | high << 16
 
     def _call(self, name, text, value, block1, block2):
         export = getattr(self._library, name)

@@ -9,7 +9,7 @@ import pytest
 import random_files
 from vek_exchange import Corners, VekError, read_file, read_mesh, write_file, write_mesh
 
-FILES = 1500
+FILES = 600
 
 
 def copy_with_tool(pairs):
