@@ -13,8 +13,13 @@ PIECES = [b"KEY", b"key", b"Key two", b"=", b"=", b" ", b"\t", b"\n", b"\r", b"\
           b"\0", b"\xff", b":", b"KE"]
 
 
+LINES = [b'KEY="\n', b'KEY=""\n', b'key = "/x"\r\n', b"Key two=a=b\n", b" KEY \n", b"=x\n",
+         b'KEY = ""/y""\n']
+
+
 def random_lines(generator):
-    return b"".join(generator.choice(PIECES) for _ in range(generator.randint(0, 16)))
+    pieces = generator.choice((PIECES, LINES, PIECES + LINES))
+    return b"".join(generator.choice(pieces) for _ in range(generator.randint(0, 16)))
 
 
 @pytest.mark.parametrize("seed", range(500))
@@ -86,18 +91,21 @@ def test_numbers_are_written_alike(bridge, tmp_path):
         assert ConfigFile(ours).find("k") == ConfigFile(theirs).find("k")
 
 
-DESCRIPTOR_PIECES = [b"NAME", b"name", b"NORMAL_MAP_FLIP_X", b"NORMAL_MAP_FLIP_XY", b"export_flip_x",
-                     b"EXTENSION", b"VEK_VERSION", b"TAMPLATE", b"EDIT_COMMAND", b"INIT_COMMAND",
-                     b"LOCATE_COMMAND", b"IMPORT_SWITCH_YZ", b"EXPORT_MSWITCH_YZ", b" ", b"\t", b"=",
-                     b":", b"\n", b"\n", b"\r\n", b'"', b"No", b"false", b"0", b"#F", b"TRUE", b"3",
-                     b".vek", b"\xff", b"\0"]
+KEYS = [b"NAME", b"name", b"NORMAL_MAP_FLIP_X", b"NORMAL_MAP_FLIP_XY", b"export_flip_x",
+        b"EXTENSION", b"VEK_VERSION", b"TAMPLATE", b"EDIT_COMMAND", b"INIT_COMMAND",
+        b"IMPORT_SWITCH_YZ", b"EXPORT_MSWITCH_YZ", b"// note", b"", b" NAME"]
+SEPARATORS = [b" ", b"\t", b"=", b" = ", b":", b"", b" =\t:"]
+VALUES = [b"", b"No", b"false", b"0", b"#F", b"TRUE", b"3.9", b'".vek"', b"x y", b'"', b'"a', b'a"',
+          b"\xff", b'"No"']
+ENDS = [b"\n", b"\n", b"\r\n", b"\r", b" \n\n", b"\n", b"", b"\0"]
 
 
 @pytest.mark.parametrize("seed", range(400))
 def test_descriptors_read_alike(tree, bridge, seed):
     generator = random.Random(seed)
-    weights = [4] * (len(DESCRIPTOR_PIECES) - 1) + [1]
-    data = b"".join(generator.choices(DESCRIPTOR_PIECES, weights, k=generator.randint(0, 40)))
+    weights = [8] * (len(ENDS) - 2) + [1, 1]
+    data = b"".join(generator.choice(KEYS) + generator.choice(SEPARATORS) + generator.choice(VALUES)
+                    + generator.choices(ENDS, weights)[0] for _ in range(generator.randint(0, 12)))
     os.mkdir(tree.app_folder("App"))
     with open(tree.app_file("App", "Vek_Info.txt"), "wb") as file:
         file.write(data)

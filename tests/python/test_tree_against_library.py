@@ -91,6 +91,21 @@ def test_the_project_path_reads_alike(tree, bridge, seed):
     assert tree.project_path() == (bridge.text("ReadVekProjectPath")[1] or "")
 
 
+@pytest.mark.parametrize("size", [4095, 4096, 4097])
+def test_a_text_beyond_the_limit_reads_as_empty(tree, bridge, size):
+    put(tree.project_path_file, b"a" * size)
+    assert tree.project_path() == (bridge.text("ReadVekProjectPath")[1] or "")
+    assert len(tree.project_path()) == (size if size <= 4096 else 0)
+
+
+def test_a_text_that_would_read_as_another_is_not_written(tree):
+    tree.write_project_path("a" * 4096)
+    for text in ("a" * 4097, "a\nb", "a\r", "a\0b", "a\x7f"):
+        with pytest.raises(VekError):
+            tree.write_project_path(text)
+    assert len(tree.project_path()) == 4096
+
+
 def test_the_library_reads_the_project_path_that_was_written(tree, bridge):
     tree.write_project_path("/p/My Project \u00e4")
     assert bridge.text("ReadVekProjectPath")[1] == "/p/My Project \u00e4" == tree.project_path()
