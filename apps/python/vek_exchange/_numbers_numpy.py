@@ -13,27 +13,36 @@ _LIMITS = np.iinfo(np.int32)
 
 
 def floats(values: Any, what: str) -> Any:
-    try:
-        # Beyond float32 is infinite, without a word about it.
-        with np.errstate(over="ignore"):
-            return np.ascontiguousarray(values, dtype=np.float32).reshape(-1)
-    except (TypeError, ValueError, OverflowError):
-        raise VekError("The mesh's {} are not a list of numbers.".format(what)) from None
+    numbers = _array(values)
+    if numbers is None or numbers.dtype.kind not in "fiu":
+        raise VekError("The mesh's {} are not a list of numbers.".format(what))
+    # Beyond float32 is infinite, without a word about it.
+    with np.errstate(over="ignore"):
+        return np.ascontiguousarray(numbers, dtype=np.float32).reshape(-1)
 
 
 def ints(values: Any, what: str) -> Any:
-    try:
-        numbers = np.asarray(values)
-        if numbers.size == 0:
-            return np.zeros(0, np.int32)
-        fits = numbers.dtype.kind in "iu" and (
-            numbers.dtype == np.int32 or
-            (int(numbers.min()) >= _LIMITS.min and int(numbers.max()) <= _LIMITS.max))
-    except (TypeError, ValueError, OverflowError):
-        fits = False
-    if not fits:
+    numbers = _array(values)
+    if numbers is not None and numbers.size == 0:
+        return np.zeros(0, np.int32)
+    if numbers is None or numbers.dtype.kind not in "iu" or not _fits(numbers):
         raise VekError("The mesh's {} are not a list of whole numbers of 32 bits.".format(what))
     return np.ascontiguousarray(numbers, dtype=np.int32).reshape(-1)
+
+
+def _array(values: Any) -> Any:
+    """None when it is no list, or none of things alike."""
+    try:
+        numbers = np.asarray(values)
+    except (TypeError, ValueError, OverflowError):
+        return None
+    return None if numbers.ndim == 0 else numbers
+
+
+def _fits(numbers: Any) -> bool:
+    if numbers.dtype == np.int32:
+        return True
+    return bool(numbers.min() >= _LIMITS.min and numbers.max() <= _LIMITS.max)
 
 
 def floats_from(payload: Bytes, count: int) -> Any:
