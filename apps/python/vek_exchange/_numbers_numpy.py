@@ -81,6 +81,8 @@ def without_fourth(fours: Any) -> Any:
 
 
 def negative_to_minus_one(faces: Any) -> Any:
+    if len(faces) == 0 or faces[3::4].min() >= -1:
+        return faces
     faces = faces.copy()
     np.maximum(faces[3::4], -1, out=faces[3::4])
     return faces
