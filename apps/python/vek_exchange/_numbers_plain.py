@@ -155,7 +155,7 @@ def _converted(typecode: str, values: Any, what: str, kind: str) -> Any:
 
 def _from_payload(typecode: str, payload: Bytes, count: int) -> Any:
     values = array(typecode)
-    values.frombytes(memoryview(payload)[:4 * count])
+    values.frombytes(memoryview(payload).cast("B")[:4 * count])
     if sys.byteorder == "big":
         values.byteswap()
     return values
