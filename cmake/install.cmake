@@ -25,6 +25,8 @@ if(TARGET vek)
     install(TARGETS vek RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
     install(DIRECTORY ${CMAKE_BINARY_DIR}/apps demo DESTINATION ${CMAKE_INSTALL_DATADIR}/vek
         USE_SOURCE_PERMISSIONS)
+    install(DIRECTORY apps/python/vek_exchange DESTINATION ${CMAKE_INSTALL_DATADIR}/vek/python
+        PATTERN __pycache__ EXCLUDE)
     install(PROGRAMS scripts/private-view DESTINATION ${CMAKE_INSTALL_DATADIR}/vek)
 endif()
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/vek)
