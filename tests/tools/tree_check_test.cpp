@@ -191,6 +191,42 @@ TEST(TreeCheck, NamesTheKeyThatIsMeant) {
     }
 }
 
+TEST(TreeCheck, DoesNotFindWhatFollowsFromAMistake) {
+    for (const auto& [lines, found] :
+         std::map<std::string, std::string>{{"EXPORT_FLIPX 1\nIMPORT_FLIP_X 1\n", "misspelt-key"},
+                                            {"EXPORT_FLIP_X \"No\"\n", "unclear-switch"},
+                                            {"EXPORT_FLIP_X =\nIMPORT_FLIP_X 1\n", "empty-value"},
+                                            {"EXPORT_FLIP_XX 1\n", "key-run-on"}}) {
+        const TreeToCheck tree;
+        addGoodApp("App", lines);
+        EXPECT_STREQ(only(checkTree()).kind->code, found.c_str()) << lines;
+    }
+}
+
+TEST(TreeCheck, LooksAtTheSwitchesOfEachDirection) {
+    for (const auto& [lines, found] : std::map<std::string, Found>{
+             {"EXPORT_FLIP_X 1\nIMPORT_FLIP_X 1\nIMPORT_FLIP_Z 1\n",
+              {"mirrors-cancel:7", "round-trip-turns:7"}},
+             {"EXPORT_FLIP_X 1\nEXPORT_FLIP_Y 1\nEXPORT_FLIP_Z 1\nIMPORT_FLIP_X 1\n",
+              {"mirrors-without-need:7", "round-trip-turns:6", "round-trip-turns:7"}},
+             {"EXPORT_FLIP_X 1\nEXPORT_FLIP_NORMALS 1\nIMPORT_FLIP_NORMALS 1\n",
+              {"normals-turned-twice:6", "round-trip-turns:5"}},
+             {"IMPORT_SWITCH_YZ 1\nEXPORT_FLIP_NORMALS 1\nIMPORT_FLIP_NORMALS 1\n",
+              {"normals-turned-twice:7", "round-trip-turns:5"}},
+             {"EXPORT_FLIP_Y 1\nEXPORT_SWITCH_YZ 1\nIMPORT_FLIP_Y 1\nIMPORT_SWITCH_YZ 1\n", {}},
+             {"NORMAL_MAP_FLIP_X 1\nNORMAL_MAP_FLIP_Y 1\n", {}}}) {
+        const TreeToCheck tree;
+        addGoodApp("App", lines);
+        Found expected;
+        for (const std::string& one : found) {
+            const std::size_t colon = one.find(':');
+            expected.push_back(one.substr(0, colon) + " VekApps/App/Vek_Info.txt" +
+                               one.substr(colon));
+        }
+        EXPECT_EQ(inLines(codesOf(checkTree())), inLines(expected)) << lines;
+    }
+}
+
 TEST(TreeCheck, NamesTheFileAndTheApplicationThatAreMeant) {
     const TreeToCheck tree;
     writeFile(Tree::hub("Vek_Application.txt"), "Exmaple");

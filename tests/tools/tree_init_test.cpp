@@ -41,6 +41,7 @@ protected:
         ship("Paint/edit.sh", "#!/bin/sh\n", 0700);
         ship("Paint/Paint.app/Contents/MacOS/Paint", std::string("\0\1\2", 3), 0755);
         ship("Paint/cmake_install.cmake", "of the build", 0644);
+        ship("Paint/Makefile", "of the build", 0644);
         ship("Paint/CMakeFiles/paint.dir/x.o", "of the build", 0644);
         ship("CMakeFiles/Vek_Info.txt", "of the build", 0644);
         ship("notes.txt", "no application", 0644);
@@ -259,6 +260,10 @@ TEST_F(TreeInit, AsksForAnAdministratorWhereItMayNotWrite) {
               (std::set<std::string>{"VekApps/Paint/Paint.app", "VekProjects"}));
     ASSERT_EQ(chmod(file("VekApps/Paint").c_str(), 0755), 0);
     ASSERT_EQ(chmod(file("VekProjects").c_str(), 0755), 0);
+    ASSERT_EQ(chmod(root().c_str(), 0), 0);
+    EXPECT_EQ(remarks(make()),
+              std::set<std::string>{"failed .: It cannot be looked into: Permission denied."});
+    ASSERT_EQ(chmod(root().c_str(), 0755), 0);
 }
 
 TEST_F(TreeInit, LeavesNoPartOfAFileOnAFullDisk) {

@@ -40,29 +40,12 @@ void findNoDescriptor(Findings& findings, const std::string& folder) {
             : fmt::format("Rename {} to {} if that is meant.", orList(near), kDescriptorName));
 }
 
-// Where the application is, as its configuration says.
-void checkLocation(Findings& findings, const std::string& id) {
-    const std::string config = appFile(id, kConfigName);
-    std::string text;
-    Findings ignored;  // checkConfig has found it
-    if (!readText(ignored, config, 0, kLargestText, text)) return;
-    const BXString path = BXVek::readAppPath(id.c_str(), nullptr);
-    const std::string shown = path.c_str();
-    if (shown.empty() || shown.front() == '"' || shown.back() == '"') return;
-    if (!checkAbsolute(findings, shown, config, 0, "PATH")) return;
-    const Kind wanted = path.endsWith(".app", true) ? Kind::Folder : Kind::File;
-    if (lookAt(shown).kind == wanted) return;
-    findings.add("application-moved", config, 0,
-                 fmt::format("The application is not where PATH says: {}", shown),
-                 "Have it located again in the host, or write where it is.");
-}
-
 void checkInstallations(Findings& findings, const std::string& id) {
     const std::string list = appFile(id, kInstallListName);
     std::string text;
     if (readText(findings, list, kSharedFileMode, kLargestList, text)) {
         for (const TextLine& line : linesOf(text)) {
-            if (isThere(line.text)) continue;
+            if (line.text[0] != '/' || isThere(line.text)) continue;
             findings.add(
                 "installed-place-missing", list, line.number,
                 fmt::format("It was installed to a place that is not there: {}", line.text),
@@ -92,14 +75,14 @@ bool checkApp(Findings& findings, const std::string& id, CheckedApp& app) {
         return false;
     }
     checkId(findings, id, folder);
-    checkConfig(findings, folder + "/" + kConfigName);
-    checkLocation(findings, id);
+    checkAppConfig(findings, folder + "/" + kConfigName);
     checkInstallations(findings, id);
     checkBundles(findings, folder);
     std::string text;
-    if (!readText(findings, descriptor, kReadFileMode, kLargestText, text)) return true;
-    checkDescriptor(findings, descriptor, text, app);
-    return true;
+    if (readText(findings, descriptor, kReadFileMode, kLargestText, text)) {
+        checkDescriptor(findings, descriptor, text, app);
+    }
+    return lookAt(descriptor).kind == Kind::File;
 }
 
 void checkLeftOvers(Findings& findings, const std::string& folder) {

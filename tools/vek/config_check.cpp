@@ -38,8 +38,8 @@ std::vector<ConfigLine> configLinesOf(const std::string& text) {
 
 class ConfigCheck {
 public:
-    ConfigCheck(Findings& findings, const std::string& path, const std::string& text)
-        : m_findings(findings), m_path(path), m_lines(configLinesOf(text)) {}
+    ConfigCheck(Findings& findings, const std::string& path, const std::string& text, bool isOfApp)
+        : m_findings(findings), m_path(path), m_lines(configLinesOf(text)), m_isOfApp(isOfApp) {}
 
     void check(const std::string& key) {
         const ConfigLine* first = nullptr;
@@ -55,7 +55,10 @@ public:
                 first = &line;
             }
         }
-        if (first) return checkValue(*first);
+        if (first) {
+            if (checkValue(*first) && m_isOfApp && key == kPath) checkLocation(*first);
+            return;
+        }
         for (const ConfigLine& line : m_lines) checkSpelling(line, key);
     }
 
@@ -75,20 +78,39 @@ private:
              fmt::format("Write {} = and the value.", key));
     }
 
-    void checkValue(const ConfigLine& line) {
+    // Whether it can be taken for what it says.
+    bool checkValue(const ConfigLine& line) {
         const std::string& value = line.value;
         if (std::count(value.begin(), value.end(), '"') % 2 != 0) {
             find("unpaired-quote", line.number,
                  fmt::format("A double quote in the value of {} has no partner.", line.key),
                  "Put the value between two double quotes, or take the one away.");
-        } else if (line.key == kUnlocked && !value.empty() &&
-                   BXGenericConfigFileParser::paramToBoolOrDefault(withoutQuotes(value).c_str()) <
-                       0) {
+            return false;
+        }
+        if (line.key == kUnlocked && !value.empty() &&
+            BXGenericConfigFileParser::paramToBoolOrDefault(withoutQuotes(value).c_str()) < 0) {
             find("unclear-switch", line.number,
                  fmt::format("{} is on, since \"{}\" is none of No, 0, False and #f.", line.key,
                              value),
                  "Write TRUE or FALSE.");
+            return false;
         }
+        return true;
+    }
+
+    // Where the application is. The host writes its own path anew whenever it starts.
+    void checkLocation(const ConfigLine& line) {
+        // Reading a path takes off two pairs.
+        const BXString path = BXString(line.value.c_str()).unquoted().unquoted();
+        const std::string shown = path.c_str();
+        if (shown.empty()) return;
+        if (!checkAbsolute(m_findings, shown, m_path, line.number, "PATH")) return;
+        const TreeLook::Kind wanted =
+            path.endsWith(".app", true) ? TreeLook::Kind::Folder : TreeLook::Kind::File;
+        if (lookAt(shown).kind == wanted) return;
+        find("application-moved", line.number,
+             fmt::format("The application is not where PATH says: {}", shown),
+             "Have it located again in the host, or write where it is.");
     }
 
     static std::string withoutQuotes(const std::string& value) {
@@ -107,14 +129,23 @@ private:
     Findings& m_findings;
     const std::string& m_path;
     const std::vector<ConfigLine> m_lines;
+    const bool m_isOfApp;
 };
+
+void checkConfig(Findings& findings, const std::string& path, bool isOfApp) {
+    std::string text;
+    if (!readText(findings, path, kSharedFileMode, kLargestText, text)) return;
+    ConfigCheck check(findings, path, text, isOfApp);
+    check.check(kPath);
+    check.check(kUnlocked);
+}
 
 }  // namespace
 
-void checkConfig(Findings& findings, const std::string& path) {
-    std::string text;
-    if (!readText(findings, path, kSharedFileMode, kLargestText, text)) return;
-    ConfigCheck check(findings, path, text);
-    check.check(kPath);
-    check.check(kUnlocked);
+void checkHubConfig(Findings& findings, const std::string& path) {
+    checkConfig(findings, path, false);
+}
+
+void checkAppConfig(Findings& findings, const std::string& path) {
+    checkConfig(findings, path, true);
 }

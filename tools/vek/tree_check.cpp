@@ -62,7 +62,7 @@ void checkHub(TreeState& state, const std::vector<CheckedApp>& apps) {
     state.objects = checkObjectList(findings, apps);
     std::string ignored;
     readText(findings, BXVek::getObjectPathFile().c_str(), kSharedFileMode, kLargestText, ignored);
-    checkConfig(findings, hub + "/" + kConfigName);
+    checkHubConfig(findings, hub + "/" + kConfigName);
     checkBundles(findings, hub);
 }
 

@@ -15,11 +15,13 @@ struct CheckedApp {
     std::string extension;
 };
 
-// A configuration file of the hub or of an application; a missing one is fine.
-void checkConfig(Findings& findings, const std::string& path);
+// A configuration file of the hub, and one of an application, which says where that is; a missing
+// one is fine.
+void checkHubConfig(Findings& findings, const std::string& path);
+void checkAppConfig(Findings& findings, const std::string& path);
 
-// A target application's folder with all that is in it. False when there is no descriptor that the
-// bridge could read, so that it is none.
+// A target application's folder with all that is in it. False when there is no descriptor, so
+// that the bridge takes it for none.
 bool checkApp(Findings& findings, const std::string& id, CheckedApp& app);
 // The text of a descriptor at `path`; `app` gets its name and extension.
 void checkDescriptor(Findings& findings, const std::string& path, const std::string& text,

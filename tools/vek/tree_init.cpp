@@ -29,7 +29,8 @@ std::string adviceFor(int error) {
 
 // What a build leaves beside the files that ship.
 bool isOfTheBuild(const std::string& name) {
-    return name == "CMakeFiles" || fs::path(name).extension() == ".cmake" || name == ".DS_Store";
+    return name == "CMakeFiles" || name == "Makefile" || name == ".DS_Store" ||
+           fs::path(name).extension() == ".cmake";
 }
 
 mode_t modeForCopyOf(const fs::directory_entry& file) {
@@ -117,9 +118,8 @@ public:
                 copyFile(entry, to, name, target, workshop);
             }
         }
-        if (error)
-            fail(path, "The shipped folder cannot be read: " + from + ".",
-                 adviceFor(error.value()));
+        if (!error) return;
+        fail(path, "The shipped folder cannot be read: " + from + ".", adviceFor(error.value()));
     }
 
 private:
@@ -148,6 +148,9 @@ private:
             fail(".", "It is a link that leads to no folder.", kMoveAway);
         } else if (error == ENOTDIR) {
             fail(".", "A file stands where a folder should be.", kMoveAway);
+        } else if (fs::exists(root, ignored)) {
+            fail(".", fmt::format("It cannot be looked into: {}.", std::strerror(error)),
+                 adviceFor(error));
         } else {
             fail(".", fmt::format("It cannot be made: {}.", std::strerror(error)),
                  adviceFor(error));
