@@ -1,17 +1,14 @@
 // Reads whatever bytes as items of the binary stream, and holds each against what the bytes say.
 // The first byte of the input says how many items, the next ones which, the rest is the file.
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
 #include "formats/bx_binary_file.h"
+#include "fuzz/support.h"
 
 namespace {
 
@@ -19,10 +16,6 @@ constexpr int kKinds = 11;
 
 // What is always taken for a count, whatever the size of the file.
 constexpr std::size_t kAlwaysTaken = std::size_t{1} << 20;
-
-void expect(bool holds) {
-    if (!holds) std::abort();
-}
 
 // The file as a reader of bytes sees it. After the first failure nothing is known of the place in
 // the file, and nothing is expected of what is read.
@@ -194,15 +187,13 @@ void readOne(const BXBinaryFile& stream, Bytes& file, Items& items, int kind) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
-    static const int file = memfd_create("items", 0);
-    static const std::string path = "/proc/self/fd/" + std::to_string(file);
+    static const FuzzFile file;
     const std::size_t count = data[0] % 17 < size ? data[0] % 17 : size - 1;
     const std::uint8_t* const kinds = data + 1;
     const std::size_t fileSize = size - 1 - count;
-    if (ftruncate(file, 0) != 0) return 0;
-    if (pwrite(file, kinds + count, fileSize, 0) != static_cast<ssize_t>(fileSize)) return 0;
+    file.write({reinterpret_cast<const char*>(kinds + count), fileSize});
 
-    BXBinaryFile stream(path.c_str(), "rb");
+    BXBinaryFile stream(file.path(), "rb");
     expect(stream.isOpen());
     stream.m_packArrays = data[0] & 0x80;
     Bytes bytes(kinds + count, fileSize);

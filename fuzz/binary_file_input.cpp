@@ -1,6 +1,6 @@
 #include <iterator>
 
-#include "tests/fuzz/make_input.h"
+#include "fuzz/make_input.h"
 
 // Small numbers in four bytes, as counts are, among bytes of all kinds.
 Input makeInput(std::mt19937& random) {
