@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::size_t kPiece = 256 * 1024;
+constexpr std::size_t kPiece = std::size_t{256} * 1024;
 
 // The end of the last line break in [from, to), or 0: no line ends there.
 std::size_t afterLastBreak(const std::string& text, std::size_t from, std::size_t to) {
@@ -64,7 +64,7 @@ void fillFrom(const BXFile& file, ObjectListFiller& objects) {
     std::int64_t offset = 0;
     while (true) {
         if (piece.size() < waiting + kPiece) piece.resize(waiting + kPiece);
-        const std::size_t came = file.readAt(offset, &piece[waiting], kPiece);
+        const std::size_t came = file.readAt(offset, piece.data() + waiting, kPiece);
         offset += static_cast<std::int64_t>(came);
         const std::size_t size = waiting + came;
         const std::size_t whole = came == 0 ? size : afterLastBreak(piece, waiting, size);
@@ -74,7 +74,7 @@ void fillFrom(const BXFile& file, ObjectListFiller& objects) {
             if (!file.endsBy(offset)) objects.forget();
             return;
         }
-        std::memmove(&piece[0], &piece[whole], size - whole);
+        std::memmove(piece.data(), &piece[whole], size - whole);
         waiting = size - whole;
     }
 }

@@ -143,11 +143,9 @@ std::vector<unsigned char> findSmoothEdges(const MayaQuads& quads, std::size_t e
             const std::size_t corner = slot + static_cast<std::size_t>(i);
             const int reference = quads.edges[corner];
             int& state = states[static_cast<std::size_t>(reference < 0 ? ~reference : reference)];
-            if (!known) {
-                state = kHard;
-            } else if (state == kNotMet) {
+            if (known && state == kNotMet) {
                 state = static_cast<int>(corner);
-            } else if (state >= 0) {
+            } else if (known && state >= 0) {
                 const auto other = static_cast<std::size_t>(state / 4);
                 state = threshold > dot(normals[other], normals[face]) ? kHard : kSmooth;
             } else {

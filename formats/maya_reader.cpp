@@ -17,9 +17,13 @@ bool MayaReader::read() {
         m_in.skipBlanks();
         m_in.more();
         // Required(R63): the text ends in front of this line, which is not written back either.
-        if (m_atLineStart && m_in.comes(s_declareEndOfScene)) {
-            m_textEnd = m_begin;
-            break;
+        if (m_in.comes(s_declareEndOfScene)) {
+            if (m_atLineStart) {
+                m_textEnd = m_begin;
+                break;
+            }
+            // What is written anew ends its line: the text would end here the next time.
+            if (followsReplaced()) return refuse("\"// End of \" behind a statement on its line");
         }
         if (m_in.take(s_declareNode)) {
             beginNode();
@@ -108,6 +112,12 @@ void MayaReader::noteStatement(MayaThing thing) {
     const bool keptByTheSplit = m_dialect == MayaDialect::Split && thing == kMayaEdges;
     if (thing == kMayaVertices || keptByTheSplit) return;
     mesh().statements.push_back({thing, m_begin, m_in.offset()});
+}
+
+// Whether the statement that ends here is written anew.
+bool MayaReader::followsReplaced() const {
+    if (m_meshes.empty() || m_meshes.back().statements.empty()) return false;
+    return m_meshes.back().statements.back().end == m_begin;
 }
 
 // Moves behind the ';', and behind the line's end where nothing else follows on the line.

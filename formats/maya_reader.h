@@ -69,6 +69,7 @@ private:
     bool readLists(int corners);
     bool endStatement();
     void noteStatement(MayaThing thing);
+    bool followsReplaced() const;
 
     bool nextToken();
     bool nextInt(int& value);

@@ -191,7 +191,7 @@ bool MayaReader::readFace() {
         if (!isMayaSeparator(m_in.at[1])) return refuse("an unknown word");
         const auto loop = *m_in.at == 'f' ? MayaFaceRow::kFace : MayaFaceRow::kHole;
         ++m_in.at;
-        int corners;
+        int corners = 0;
         if (!nextInt(corners)) return false;
         if (corners < 1) return refuse("a face without corners");
         if (!fits(corners)) return false;
@@ -216,7 +216,7 @@ bool MayaReader::readLists(int corners) {
             return refuse("an unknown word");
         }
         m_in.at += 2;
-        int set, listed;
+        int set = 0, listed = 0;
         if (!nextInt(set) || !nextInt(listed)) return false;
         if (set < 0) return refuse("a set below 0");
         if (listed != corners) return refuse("a list that is not as long as its loop");

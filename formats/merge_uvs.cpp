@@ -307,7 +307,7 @@ private:
     BXArray<int>& m_uvIndices;
     const BXArray<int>& m_previous;
     VertexPoints m_points;
-    Chain m_chains[kVerticesAtOnce];
+    Chain m_chains[kVerticesAtOnce] = {};
 };
 
 }  // namespace

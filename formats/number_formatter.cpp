@@ -24,15 +24,15 @@ struct FourDigits {
 constexpr FourDigits kFourDigits;
 
 char* writeFour(char* to, std::uint32_t number) {
-    std::memcpy(to, kFourDigits.chars + 4 * number, 4);
+    std::memcpy(to, kFourDigits.chars + std::size_t{4} * number, 4);
     return to + 4;
 }
 
 // A number below 10,000 without zeros in front. Four characters are written whatever their number.
 char* writeUpToFour(char* to, std::uint32_t number) {
     const std::uint32_t zeros = (number < 1000) + (number < 100) + (number < 10);
-    std::uint32_t digits;
-    std::memcpy(&digits, kFourDigits.chars + 4 * number, 4);
+    std::uint32_t digits = 0;
+    std::memcpy(&digits, kFourDigits.chars + std::size_t{4} * number, 4);
     digits >>= 8 * zeros;  // the first character is in the lowest byte
     std::memcpy(to, &digits, 4);
     return to + 4 - zeros;

@@ -19,7 +19,7 @@ const char* parseMayaFloat(const char* text, float& value) noexcept;
 
 // The ways of the above for numbers of more digits than a machine word takes.
 int parseLongMayaInt(const char* digits, bool negative) noexcept;
-float parseLongMayaFloat(const char* digits) noexcept;
+float parseLongMayaFloat(const char* whole) noexcept;
 
 inline bool isMayaDigit(char c) noexcept {
     return static_cast<unsigned char>(c - '0') < 10;

@@ -41,7 +41,7 @@ private:
     std::int64_t m_start = 0;
     std::int64_t m_filled = 0;
     bool m_failed = false;
-    char m_window[4096];
+    char m_window[4096] = {};
 };
 
 void note(VekBlocks& blocks, const Vek_Header& header, std::int64_t offset) {

@@ -6,13 +6,13 @@
 
 namespace {
 
-std::int32_t load(const char* group, int index) {
+std::int32_t load(const char* group, std::size_t index) {
     std::int32_t value;
     std::memcpy(&value, group + 4 * index, sizeof value);
     return value;
 }
 
-void store(char* group, int index, std::int32_t value) {
+void store(char* group, std::size_t index, std::int32_t value) {
     std::memcpy(group + 4 * index, &value, sizeof value);
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 // Small enough to stay in the processor's cache between reading and writing, and a multiple of
 // every element's size.
-constexpr std::int64_t kPiece = 48 * 4096;
+constexpr std::int64_t kPiece = std::int64_t{48} * 4096;
 constexpr std::int64_t kVertexSize = 12;
 
 class Transform {

@@ -33,6 +33,7 @@ unsigned char* allocate(int bytes) {
 unsigned char BXBoolArray::s_empty[2] = {kGuard, kGuard};
 
 // Required(R40): by value. Whoever goes on with the result does so with an array of its own.
+// NOLINTNEXTLINE(misc-unconventional-assign-operator)
 BXBoolArray BXBoolArray::operator=(const BXBoolArray& other) {
     copy(other, false);
     return *this;
@@ -223,12 +224,13 @@ void BXBoolArray::clearAllModifiedIndices(const BXArray<int>& indexes) noexcept 
 
 // Required(R42): whole bytes are written, so bits beside the listed ones change with them.
 void BXBoolArray::writeByteOfEach(const BXArray<int>& indexes, unsigned char byte) noexcept {
-    unsigned char* const last = m_count % 8 ? m_data + m_count / 8 : nullptr;
-    const unsigned char before = last ? *last : 0;
+    const bool isLastShared = m_count % 8 != 0;
+    const int last = m_count / 8;
+    const unsigned char before = isLastShared ? m_data[last] : 0;
     for (const int index : indexes) {
         if (index >= 0 && index / 8 < m_dataEnd - m_data) m_data[index / 8] = byte;
     }
-    if (last) *last = mixed(before, *last, bitsBelow(m_count % 8));
+    if (isLastShared) m_data[last] = mixed(before, m_data[last], bitsBelow(m_count % 8));
 }
 
 void BXBoolArray::insert(int i, bool value) {

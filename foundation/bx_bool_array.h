@@ -25,7 +25,8 @@ public:
     BXBoolArray(int n, bool value) : BXBoolArray() { assign(n, value); }
     BXBoolArray(const BXBoolArray& other) : BXBoolArray() { copy(other, false); }
     BXBoolArray(BXBoolArray&& other) noexcept : BXBoolArray() { swap(other); }
-    // The result is a fresh copy, not this array.
+    // The result is a fresh copy, not this array, which is required.
+    // NOLINTNEXTLINE(misc-unconventional-assign-operator)
     BXBoolArray operator=(const BXBoolArray& other);
     BXBoolArray& operator=(BXBoolArray&& other) noexcept;
     ~BXBoolArray() { freeData(); }

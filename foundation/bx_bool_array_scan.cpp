@@ -47,7 +47,9 @@ constexpr int kBlockBytes = kBlockWords * kBitWordBytes;
 template <bool value>
 bool blockHasAny(const unsigned char* data) noexcept {
     BitWord any = 0;
-    for (int i = 0; i < kBlockWords; ++i) any |= wanted<value>(loadBits(data + i * kBitWordBytes));
+    for (int i = 0; i < kBlockWords; ++i) {
+        any |= wanted<value>(loadBits(data + std::ptrdiff_t{kBitWordBytes} * i));
+    }
     return any != 0;
 }
 

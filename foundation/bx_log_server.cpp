@@ -29,6 +29,7 @@ void BXLogServer::init(bool /*flag*/) {
 }
 
 // Required(R13): the log has no output.
+// NOLINTNEXTLINE(performance-unnecessary-value-param): callers are built for a copy.
 void BXLogServer::setLogFile(BXString /*path*/) {}
 
 void BXLogServer::showLogWindow(bool /*show*/) {}
@@ -37,6 +38,7 @@ void BXLogServer::enableLogWindow(bool /*enable*/) {}
 
 void BXLogServer::clear() {}
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): variable arguments follow no reference.
 void BXLogServer::printLine(BXString /*format*/, ...) {}
 
 // Required(R11): this alone goes below zero, and a later increase starts from there.

@@ -13,6 +13,8 @@ constexpr std::size_t kFormatBufferSize = 512;
 
 }  // namespace
 
+// By value: variable arguments must not follow a reference.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 BXString BXString::format(BXString fmt, ...) {
     char text[kFormatBufferSize] = {};
     std::va_list arguments;
@@ -22,6 +24,7 @@ BXString BXString::format(BXString fmt, ...) {
     return text;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): as above.
 void BXString::print(BXString fmt, ...) {
     char text[kFormatBufferSize] = {};
     std::va_list arguments;

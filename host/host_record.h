@@ -11,7 +11,8 @@
 
 template <class Field>
 Field hostField(const void* record, std::size_t offset) {
-    Field field = Field();
+    Field field{};
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): a field can be a pointer.
     if (record) std::memcpy(&field, static_cast<const char*>(record) + offset, sizeof field);
     return field;
 }

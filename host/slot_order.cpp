@@ -5,11 +5,11 @@
 
 #include "host/func_tables.h"
 
-#define VEK_SLOT(table, number, name)                                              \
-    static_assert(offsetof(table##FuncTable, name) == number * sizeof(void (*)()), \
+#define VEK_SLOT(table, number, name)                                                \
+    static_assert(offsetof(table##FuncTable, name) == (number) * sizeof(void (*)()), \
                   "slot " #number " of " #table "FuncTable is " #name)
-#define VEK_SLOTS(table, count)                                           \
-    static_assert(sizeof(table##FuncTable) == count * sizeof(void (*)()), \
+#define VEK_SLOTS(table, count)                                             \
+    static_assert(sizeof(table##FuncTable) == (count) * sizeof(void (*)()), \
                   #table " has " #count " slots")
 
 VEK_SLOT(AGraphix, 0, convertToObj);

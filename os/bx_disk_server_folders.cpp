@@ -55,7 +55,7 @@ DeletePlan planForEntry(const BXString& path) {
 }
 
 DeletePlan planOf(const BXString& path) {
-    const DeletePlan entry = planForEntry(path);
+    DeletePlan entry = planForEntry(path);
     if (entry.filter.findFirstCharOf("*?") >= 0) return entry;
     int end = path.length();
     while (end > 1 && path[end - 1] == '/') --end;

@@ -97,14 +97,18 @@ void becomeDaemon() {
     static_cast<void>(ignored);
 }
 
+void tell(int report, std::uint32_t id) {
+    const ssize_t ignored = write(report, &id, sizeof id);
+    static_cast<void>(ignored);
+}
+
 // Never returns. Tells its process id, and a second number only when the program cannot be run.
 [[noreturn]] void execDetached(char* const* arguments, int report) {
     becomeDaemon();
     const std::uint32_t id = static_cast<std::uint32_t>(getpid());
-    ssize_t told = write(report, &id, sizeof id);
+    tell(report, id);
     execv(arguments[0], arguments);
-    told = write(report, &id, sizeof id);
-    static_cast<void>(told);
+    tell(report, id);
     _exit(127);
 }
 

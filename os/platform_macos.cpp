@@ -88,8 +88,7 @@ private:
 
 // An argument that is no ASCII has no string; the array is then null.
 CFMutableArrayRef newArgumentArray(const BXArray<BXString>& arguments) {
-    const CFMutableArrayRef array =
-        CFArrayCreateMutable(kCFAllocatorDefault, 0, &kCFTypeArrayCallBacks);
+    CFMutableArrayRef array = CFArrayCreateMutable(kCFAllocatorDefault, 0, &kCFTypeArrayCallBacks);
     for (std::size_t i = 0; array && i < arguments.size(); ++i) {
         const BXString& argument = arguments[i];
         const Owned<CFStringRef> string(CFStringCreateWithBytes(

@@ -36,13 +36,13 @@ std::string linkTarget(const std::string& path) {
 // The first bytes of a regular file; none of anything else.
 std::string headOf(const std::string& path, std::size_t limit) {
     std::string head(limit, '\0');
-    head.resize(BXFile(path.c_str(), BXFile::Access::Read).readAt(0, &head[0], limit));
+    head.resize(BXFile(path.c_str(), BXFile::Access::Read).readAt(0, head.data(), limit));
     return head;
 }
 
 // The arguments of a process, as far as its first 16 KiB of them go: a script's path is among them.
 std::vector<std::string> argumentsOf(std::uint32_t id) {
-    const std::string whole = headOf(procFile(id, "cmdline"), 4 * PATH_MAX);
+    const std::string whole = headOf(procFile(id, "cmdline"), std::size_t{4} * PATH_MAX);
     std::vector<std::string> arguments;
     for (std::size_t at = 0; at < whole.size();) {
         const std::size_t end = std::min(whole.find('\0', at), whole.size());
@@ -100,7 +100,7 @@ std::string scriptOf(std::uint32_t id, const std::string& program) {
     const std::vector<std::string> arguments = argumentsOf(id);
     for (std::size_t i = 1; i < arguments.size() && i <= 2; ++i) {
         if (bxBundleOfExecutable(arguments[i].c_str()).isEmpty()) continue;
-        const std::string script = seenFrom(id, arguments[i]);
+        std::string script = seenFrom(id, arguments[i]);
         if (runs(script, program, arguments)) return script;
     }
     return std::string();

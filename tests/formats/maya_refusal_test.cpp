@@ -159,6 +159,20 @@ TEST_F(MayaRefusal, OfAMissingSemicolon) {
     EXPECT_TRUE(mergeRefuses("\tsetAttr \".ed[0:0]\" 0 1 0\n\tsetAttr \".x\" 1;\n"));
 }
 
+// Behind a statement that is written anew it would begin a line, and end the text the next time.
+TEST_F(MayaRefusal, OfTheWordsOfTheEndLineBehindAStatement) {
+    const auto followed = [](const std::string& statement, const std::string& by) {
+        return statement.substr(0, statement.size() - 1) + by;
+    };
+    expectRefused(followed(faceCount(0), "// End of faces\nmore\n"));
+    expectRefused(followed(faceCount(0), " \t// END OF faces"));
+    EXPECT_TRUE(mergeRefuses(followed(edgeCount(0), " // End of edges\n")));
+    EXPECT_FALSE(splitRefuses(followed(edgeCount(0), " // End of edges\n"))) << "copied";
+    expectTaken(followed(vertexCount(0), " // End of vertices\n"));
+    expectTaken(followed(faceCount(0), " // Ends faces\n"));
+    expectTaken(followed(faceCount(0), "; // End of faces\n"));
+}
+
 TEST_F(MayaRefusal, OfTheMergeForFacesThatHaveNoFourSlots) {
     const std::string edges =
         edgeCount(6) + edgeRange("0:5", " 0 1 0 1 2 0 2 3 0 3 4 0 4 5 0 5 0 0");

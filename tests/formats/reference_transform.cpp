@@ -119,9 +119,37 @@ private:
     Found m_vertices, m_faces, m_corners;
 };
 
+bool isNaN(const std::string& bytes, std::size_t at) {
+    float value;
+    std::memcpy(&value, bytes.data() + at, 4);
+    return value != value;
+}
+
+// Whether the byte at `i` belongs to NaNs that differ in nothing but sign and quiet bit: which of
+// them comes out of arithmetic is the processor's business.
+bool isInLikeNaNs(const std::string& a, const std::string& b, std::size_t i) {
+    for (const std::size_t back : {2u, 3u}) {
+        if (i < back || i - back + 4 > a.size()) continue;
+        const std::size_t at = i - back;
+        std::uint32_t left, right;
+        std::memcpy(&left, a.data() + at, 4);
+        std::memcpy(&right, b.data() + at, 4);
+        if (isNaN(a, at) && isNaN(b, at) && ((left ^ right) & ~0x80400000u) == 0) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 std::string referenceTransform(std::string bytes, const ReferenceSettings& settings) {
     Reference(bytes, settings).run();
     return bytes;
+}
+
+bool sameButForNaNs(const std::string& a, const std::string& b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (a[i] != b[i] && !isInLikeNaNs(a, b, i)) return false;
+    }
+    return true;
 }

@@ -14,3 +14,7 @@ struct ReferenceSettings {
 
 // The file's bytes afterwards; unchanged when it lacks the magic.
 std::string referenceTransform(std::string bytes, const ReferenceSettings& settings);
+
+// Whether two files hold the same bytes, taking like NaNs for the same: which of them comes out of
+// arithmetic is the processor's business.
+bool sameButForNaNs(const std::string& a, const std::string& b);

@@ -21,7 +21,7 @@ public:
     // Whether the export wrote to it.
     bool written() const;
     // The results, each for its kind.
-    std::string text() const { return m_bytes.c_str(); }
+    std::string text() const { return std::string(m_bytes.c_str()); }
     std::int32_t integer() const;
     float real() const;
     unsigned int switches() const;  // both halves
