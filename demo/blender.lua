@@ -54,14 +54,14 @@ end
 local function host_objects()
     local mesh, name = one_mesh()
     local box = mesh:bounds()
-    local pitch = 1.6 * math.max(box.size.x, box.size.y, box.size.z)
+    local pitch = 1.15 * math.max(box.size.x, box.size.y, box.size.z)
     local objects = {}
     for i = 1, OBJECTS do
         local size = 0.7 + 0.06 * i
         local column, row = (i - 1) % 5, (i - 1) // 5
         local function placed(x, y, z)
             return size * (x - box.centre.x) + pitch * (column - 2), size * (y - box.min.y),
-                size * (z - box.centre.z) - 1.2 * pitch * row
+                size * (z - box.centre.z) - 1.5 * pitch * row
         end
         objects[i] = { name = name .. " " .. i, mesh = mesh:map(placed) }
     end
@@ -150,8 +150,8 @@ end
 
 -- What each modifier of blender_edit.py makes of a mesh, seen from the host.
 local expectations = {
-    { name = "one on top of the other", faces = 2, height = 2, volume = 2 },
-    { name = "mirrored beside itself", faces = 2, height = 1, volume = 2 },
+    { name = "stacked", faces = 2, height = 2, volume = 2 },
+    { name = "mirrored", faces = 2, height = 1, volume = 2 },
     { name = "subdivided", faces = 4, height = 1, volume = 1 },
 }
 

@@ -5,13 +5,13 @@ import bpy
 from vek_bridge import bridge
 
 
-def one_on_top_of_the_other(obj):
+def stacked(obj):
     array = obj.modifiers.new("Twice", "ARRAY")
     array.use_relative_offset = True
     array.relative_offset_displace = (0, 0, 1)
 
 
-def mirrored_beside_itself(obj):
+def mirrored(obj):
     mirror = obj.modifiers.new("Mirror", "MIRROR")
     middle = bpy.data.objects.new(obj.name + " mirror", None)
     bpy.context.collection.objects.link(middle)
@@ -26,7 +26,7 @@ def subdivided(obj):
     smooth.levels = 1
 
 
-EDITS = (one_on_top_of_the_other, mirrored_beside_itself, subdivided)
+EDITS = (stacked, mirrored, subdivided)
 
 
 def said():

@@ -15,7 +15,7 @@ import numpy as np
 from mathutils import Matrix, Vector
 from vek_bridge import mesh_in
 
-WIDTH, HEIGHT = 560, 420  # of each of the three
+WIDTH, HEIGHT = 480, 400  # of each of the three
 SAMPLES = 24
 COLOURS = {"x": (0.9, 0.1, 0.1, 1), "y": (0.1, 0.6, 0.1, 1), "z": (0.1, 0.2, 0.9, 1)}
 # Where the viewer stands, and what is up: the same view in the axes of each side.
@@ -53,8 +53,8 @@ def meshes(scene):
 
 def box(scene):
     """The corners of the box around all meshes as they look, in world coordinates."""
-    depsgraph = scene.view_layers[0].depsgraph
-    depsgraph.update()
+    with bpy.context.temp_override(scene=scene, view_layer=scene.view_layers[0]):
+        depsgraph = bpy.context.evaluated_depsgraph_get()
     points = []
     for obj in meshes(scene):
         seen = obj.evaluated_get(depsgraph)
@@ -108,15 +108,15 @@ def set_up(scene, side, title, size):
     place = middle + side["from"].normalized() * 10 * size
     scene.camera = link(scene, camera, None, Matrix.Translation(place) @ rotation.to_4x4())
     sun = bpy.data.lights.new("Sun", "SUN")
-    sun.energy, sun.angle = 3.0, 0.1
+    sun.energy, sun.angle = 2.2, 0.1
     lamp = rotation @ Vector((-0.5, 0.7, 1))
     link(scene, sun, None, lamp.to_track_quat("Z", "Y").to_matrix().to_4x4())
 
     def at(right, up):
         return middle + rotation @ Vector((right * size, up * size, 2 * size))
 
-    arrows(scene, side, at(-0.42, -0.30), 0.07 * size)
-    words(scene, title, side, at(0, 0.32), 0.045 * size, colour("words", (0.01, 0.01, 0.01, 1), True),
+    arrows(scene, side, at(-0.42, -0.34), 0.07 * size)
+    words(scene, title, side, at(0, 0.35), 0.045 * size, colour("words", (0.01, 0.01, 0.01, 1), True),
           "CENTER")
     clay = [colour("clay %d" % i, rgba) for i, rgba in
             enumerate(((0.72, 0.38, 0.22, 1), (0.30, 0.48, 0.62, 1), (0.50, 0.58, 0.30, 1)))]
@@ -130,7 +130,7 @@ def render(scene, path):
     world.use_nodes = True
     background = world.node_tree.nodes["Background"]
     background.inputs["Color"].default_value = (0.85, 0.87, 0.9, 1)
-    background.inputs["Strength"].default_value = 0.8
+    background.inputs["Strength"].default_value = 0.6
     scene.render.engine = "CYCLES"
     scene.cycles.samples = SAMPLES
     scene.cycles.use_denoising = False
@@ -154,7 +154,7 @@ def take(folder):
         (scene_of_files("Back", folder + "/back"), HOST, "back in the host: y up"),
     )
     widths = [high - low for low, high in (box(scene) for scene, _, _ in views)]
-    size = 1.25 * max(max(width) for width in widths)
+    size = 1.12 * max(max(width) for width in widths)
     for scene, side, title in views:
         set_up(scene, side, title, size)
     row = [render(scene, os.path.join(folder, "part.png")) for scene, _, _ in views]

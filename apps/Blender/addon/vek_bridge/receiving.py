@@ -79,6 +79,7 @@ class Receiving(Work):
 
     def _select_received(self):
         layer = self._context.view_layer
+        layer.update()  # new objects can be selected only then
         shown = [obj for obj in self._received if obj.name in layer.objects]
         if not shown:
             return
