@@ -9,7 +9,7 @@ import pytest
 
 import cases
 from bridge import Bridge
-from host import Host, describe
+from host import Host, describe_as_shipped
 from vek_exchange import DEFAULT_ROOT, Tree
 
 HERE = os.path.dirname(__file__)
@@ -79,11 +79,9 @@ def installed(tree, bridge):
 def results(installed, bridge, tmp_path_factory):
     """All cases of cases.py, done in one Blender."""
     folder = tmp_path_factory.mktemp("cases")
-    with open(SHIPPED + "/Vek_Info.txt", encoding="utf-8") as file:
-        shipped = file.read()
     hosts, orders = {}, {}
     for name, (send, action) in cases.CASES.items():
-        describe(bridge, shipped)
+        describe_as_shipped(bridge)
         host = hosts[name] = Host(folder / name, bridge)
         send(host)
         orders[name] = {"root": host.root, "action": action, "matrices": cases.matrices(),
@@ -96,5 +94,4 @@ def results(installed, bridge, tmp_path_factory):
         stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=200)
     assert run.returncode == 0, run.stdout.decode()
     found = json.loads((folder / "results.json").read_text())
-    describe(bridge, shipped)
     return lambda name: Result(hosts[name], found[name])

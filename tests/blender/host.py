@@ -21,6 +21,11 @@ def describe(bridge, descriptor):
     bridge.call("VekSetExportScale", value=1.0)
 
 
+def describe_as_shipped(bridge):
+    with open(os.environ["VEK_APP"] + "/Vek_Info.txt", encoding="utf-8") as file:
+        describe(bridge, file.read())
+
+
 class Host:
     def __init__(self, root, bridge):
         self.root = str(root)
@@ -59,6 +64,7 @@ class Host:
         """The bytes of each file that the list names, by name; the library turns each once."""
         if not hasattr(self, "_back"):
             self._back = {}
+            describe_as_shipped(self.bridge)
             for line in self.tree.object_list():
                 assert self.bridge.call("VekPreImport", line + ".vek") == 0
                 self._back[os.path.basename(line)] = self.bytes_of(line)

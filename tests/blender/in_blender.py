@@ -51,10 +51,11 @@ def scene():
     """The objects: corners of each face, and the box around each."""
     found = {}
     for obj in bpy.context.scene.objects:
-        corners = np.array([obj.matrix_world @ vertex.co for vertex in obj.data.vertices])
+        corners = [tuple(obj.matrix_world @ vertex.co) for vertex in obj.data.vertices]
         found[obj.name] = {
             "sides": sorted(len(face.vertices) for face in obj.data.polygons),
-            "low": corners.min(axis=0).tolist(), "high": corners.max(axis=0).tolist(),
+            "low": [min(axis) for axis in zip(*corners)],
+            "high": [max(axis) for axis in zip(*corners)],
         }
     return found
 

@@ -102,7 +102,8 @@ def egg(around=8, rings=4):
             faces.append((at(ring, step), at(ring, step + 1), at(ring + 1, step + 1),
                           at(ring + 1, step)))
         faces.append((1, at(rings - 1, step), at(rings - 1, step + 1), -1))
-    return np.array(vertices, "f4") * (1, 3, 2) + np.array((0.5, 4, -0.25), "f4"), np.array(faces)
+    places = np.array(vertices) * (1, 3, 2) + (0.5, 4, -0.25)
+    return places.astype("f4"), np.array(faces)
 
 
 def box():

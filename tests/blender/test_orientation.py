@@ -5,6 +5,7 @@ import pytest
 
 import cases
 import meshes
+from host import describe
 
 
 def test_what_is_up_for_the_host_is_up_in_blender(results):
@@ -16,7 +17,6 @@ def test_what_is_up_for_the_host_is_up_in_blender(results):
 
 def test_every_face_is_outside_again_whatever_the_switches(results, bridge):
     """All 16 ways there with all 16 ways back, where Blender turns the objects accordingly."""
-    from host import describe
     vertices, faces = cases.EGG
     result = results("switches")
     assert result.said == ["256 objects received.", "256 objects sent; import them in Dorvia."]

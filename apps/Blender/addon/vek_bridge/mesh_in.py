@@ -10,7 +10,8 @@ from .vek_exchange import VekError
 from .vek_exchange import exchange_file as blocks
 from .vek_exchange.mesh import mesh_of
 
-_GEOMETRY = (blocks.VERTICES, blocks.FACES_NEGATIVE, blocks.FACES_REPEATED, blocks.TRIANGLES)
+_FACES = (blocks.FACES_NEGATIVE, blocks.FACES_REPEATED, blocks.TRIANGLES)
+_GEOMETRY = (blocks.VERTICES,) + _FACES
 CORNER_BLOCKS = (blocks.CORNERS_1, blocks.CORNERS_2)
 OF_CORNERS = CORNER_BLOCKS + (blocks.UV_LIST,)
 
@@ -27,7 +28,9 @@ class Given:
 
     def __init__(self, path):
         file = blocks.read_file(path)
-        mesh = mesh_of(file)
+        if not any(block.id in _FACES for block in file.blocks):
+            file.blocks.append(blocks.Block(blocks.FACES_NEGATIVE))  # points alone
+        mesh = _mesh_of(file, path)
         self.vertices = np.asarray(mesh.vertices, np.float32).reshape(-1, 3)
         self.faces = np.asarray(mesh.faces, np.int32).reshape(-1, 4)
         if not np.isfinite(self.vertices).all():
@@ -42,6 +45,13 @@ class Given:
         # Triangles of three indices are rewound wrongly by the bridge, so they go back as four.
         self.face_kind = (blocks.FACES_NEGATIVE if mesh.face_kind == blocks.TRIANGLES
                           else mesh.face_kind)
+
+
+def _mesh_of(file, path):
+    try:
+        return mesh_of(file)
+    except VekError as error:
+        raise VekError(f"{str(error).rstrip('.')}: {path}") from None
 
 
 def mark_of(faces, uvs):

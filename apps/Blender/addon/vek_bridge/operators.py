@@ -8,6 +8,7 @@ from bpy_extras.io_utils import ExportHelper, ImportHelper
 
 from . import bridge, receiving, sending
 from .vek_exchange import VekError
+from .work import sentence
 
 _TICK = 0.01  # seconds between steps, in which Blender draws
 
@@ -56,7 +57,7 @@ class _LongWork:
         try:
             self._work = self.work(context)
         except (VekError, OSError) as error:
-            _say(self, context, "ERROR", str(error))
+            _say(self, context, "ERROR", sentence(str(error)))
             return False
         return True
 

@@ -36,5 +36,5 @@ def counted(number, noun):
 
 def sentence(*clauses):
     """One sentence of the clauses that are not empty."""
-    text = "; ".join(clause.rstrip(".") for clause in clauses if clause)
-    return text + "."
+    first, *others = [clause.rstrip(".") for clause in clauses if clause]
+    return "; ".join([first] + [clause[0].lower() + clause[1:] for clause in others]) + "."
