@@ -161,6 +161,16 @@ def read_only(case):
     return {"said": said + [send()], "scene": scene()}
 
 
+def read_only_hub(case):
+    said = [receive()]
+    hub = case["root"] + "/VekHub"
+    os.chmod(hub + "/Vek_ObjectList.txt", 0o444)
+    os.chmod(hub, 0o555)
+    said.append(send())
+    os.chmod(hub, 0o755)
+    return {"said": said}
+
+
 def elsewhere(_case):
     new_object("Grid", *grid(60))
     select(*bpy.context.scene.objects)

@@ -54,6 +54,12 @@ def test_a_read_only_folder(results):
     assert not [name for name in result.host.files() if name.endswith(".part")]
 
 
+def test_a_list_that_cannot_be_written(results):
+    result = results("read-only hub")
+    assert result.said[1].startswith("The files are written, but Dorvia is not told; ")
+    assert result.host.names_back() == ["Egg 0"]
+
+
 def test_a_full_disk(results):
     result = results("full disk")
     assert result.said[0].startswith("Nothing was sent; "), result.said

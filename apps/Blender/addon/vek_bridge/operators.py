@@ -1,6 +1,7 @@
 """Receive and Send, and their like in the File menu."""
 
 import os
+import time
 
 import bpy
 from bpy.props import CollectionProperty, StringProperty
@@ -10,7 +11,8 @@ from . import bridge, receiving, sending
 from .vek_exchange import VekError
 from .work import sentence
 
-_TICK = 0.01  # seconds between steps, in which Blender draws
+_TICK = 0.01  # seconds in which Blender draws and hears the user
+_BETWEEN_DRAWINGS = 0.1  # seconds of work; a step that takes longer is done all the same
 
 
 class _LongWork:
@@ -48,7 +50,9 @@ class _LongWork:
             return {"RUNNING_MODAL"}
         if self._work.is_done:
             return self._stop_timer(context)
-        self._work.step()
+        drawn = time.monotonic()
+        while not self._work.is_done and time.monotonic() - drawn < _BETWEEN_DRAWINGS:
+            self._work.step()
         _show_progress(context, self._work.done / self._work.total)
         return {"RUNNING_MODAL"}
 

@@ -8,6 +8,8 @@ from .vek_exchange import Tree, VekError
 from .vek_exchange.exchange_file import write_file
 from .work import Work, counted, sentence
 
+_STAGED = ".part"
+
 
 class Sending(Work):
     """Each item is an object. Every file is written beside its place first, and takes it only when
@@ -30,7 +32,7 @@ class Sending(Work):
         try:
             self._write(obj, path)
         except VekError as error:
-            self._problem = str(error)
+            self._problem = str(error).replace(path + _STAGED, path)
         except OSError as error:
             self._problem = f"The file cannot be written: {path} ({error.strerror})"
 
@@ -38,7 +40,7 @@ class Sending(Work):
         taken = mesh_out.Taken(obj, self._depsgraph)
         file, dropped = mesh_out.exchange_file(taken, objects.face_kind(obj),
                                                objects.kept_blocks(obj), objects.given_mark(obj))
-        staged = path + ".part"
+        staged = path + _STAGED
         self._staged.append((staged, path))
         write_file(staged, file)
         self._split += taken.split
@@ -51,20 +53,20 @@ class Sending(Work):
             self._take_back()
             return "ERROR", sentence("Nothing was sent", self._problem or "you stopped it")
         try:
-            self._hand_over()
-        except (VekError, OSError) as error:
+            for staged, path in self._staged:
+                os.replace(staged, path)
+        except OSError as error:
             self._take_back()
-            return "ERROR", sentence("Nothing was sent", str(error))
+            return "ERROR", sentence("Nothing was sent", f"a file cannot be replaced: {error}")
+        try:
+            if self._to_the_host:
+                bridge.tree().write_object_list(self._lines)
+        except VekError as error:
+            return "WARNING", sentence("The files are written, but Dorvia is not told", str(error))
         if self._to_the_host:
             for obj, line in zip(self._items, self._lines):
                 objects.remember_sent(obj, line)
         return self._said_success()
-
-    def _hand_over(self):
-        for staged, path in self._staged:
-            os.replace(staged, path)
-        if self._to_the_host:
-            bridge.tree().write_object_list(self._lines)
 
     def _take_back(self):
         for staged, _ in self._staged:

@@ -1,6 +1,7 @@
 """A Blender with a window answers to the host's orders: edit.sh leaves a file, and the Blender whose
 process id is noted beside it takes the file away and receives the objects of the list."""
 
+import atexit
 import os
 import time
 
@@ -94,11 +95,17 @@ def _watch():
 def register():
     if not bpy.app.background:
         bpy.app.timers.register(_watch, first_interval=_INTERVAL, persistent=True)
+        atexit.register(_take_the_note_away)
 
 
 def unregister():
     if bpy.app.timers.is_registered(_watch):
         bpy.app.timers.unregister(_watch)
+    atexit.unregister(_take_the_note_away)
+    _take_the_note_away()
+
+
+def _take_the_note_away():
     if _noted_process() == os.getpid():
         try:
             os.remove(_note())
