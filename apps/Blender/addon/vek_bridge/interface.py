@@ -57,8 +57,9 @@ def register():
     manager = bpy.types.WindowManager
     manager.vek_message = StringProperty(name="What was done last", options={"SKIP_SAVE"})
     manager.vek_project = StringProperty(name="Project folder", options={"SKIP_SAVE"})
-    manager.vek_progress = FloatProperty(name="Progress", subtype="FACTOR", min=-1, max=1,
-                                         soft_min=0, default=-1, options={"SKIP_SAVE"})
+    manager.vek_progress = FloatProperty(name="Progress", subtype="PERCENTAGE", min=-1, max=100,
+                                         soft_min=0, precision=0, default=-1,
+                                         options={"SKIP_SAVE"})
     bpy.utils.register_class(VEK_PT_panel)
     bpy.types.TOPBAR_MT_file_import.append(_import_entry)
     bpy.types.TOPBAR_MT_file_export.append(_export_entry)

@@ -53,7 +53,7 @@ class _LongWork:
         drawn = time.monotonic()
         while not self._work.is_done and time.monotonic() - drawn < _BETWEEN_DRAWINGS:
             self._work.step()
-        _show_progress(context, self._work.done / self._work.total)
+        _show_progress(context, 100 * self._work.done / self._work.total)
         return {"RUNNING_MODAL"}
 
     def _begin(self, context):
@@ -87,8 +87,8 @@ def _say(operator, context, level, text):
     operator.report({level}, text)
 
 
-def _show_progress(context, fraction):
-    context.window_manager.vek_progress = fraction
+def _show_progress(context, percent):
+    context.window_manager.vek_progress = percent
     for window in context.window_manager.windows:
         for area in window.screen.areas:
             if area.type == "VIEW_3D":
