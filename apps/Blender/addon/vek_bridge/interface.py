@@ -18,7 +18,7 @@ class VEK_PT_panel(bpy.types.Panel):
         layout = self.layout
         layout.label(text="Project folder:")
         row = layout.row()
-        row.label(text=windows.vek_project or "none", icon="FILE_FOLDER")
+        row.label(text=_end_of(windows.vek_project) or "none", icon="FILE_FOLDER")
         if windows.vek_project:
             row.operator("wm.path_open", text="", icon="FILEBROWSER").filepath = windows.vek_project
         buttons = layout.column(align=True)
@@ -30,6 +30,12 @@ class VEK_PT_panel(bpy.types.Panel):
             layout.prop(windows, "vek_progress", text="Esc stops", slider=True)
         elif windows.vek_message:
             _paragraph(layout.box().column(), windows.vek_message, context.region.width)
+
+
+def _end_of(path):
+    """Of a long path the end tells most."""
+    parts = path.split("/")
+    return path if len(path) <= 24 else "…/" + "/".join(parts[-2:])
 
 
 def _paragraph(column, text, width):
