@@ -53,12 +53,18 @@ print(("%d faces, %d vertices, %d UVs; all came back."):format(counts.faces, cou
     counts.uvs))
 print()
 for _, row in ipairs(rows) do print(("%-32s %8.3f s"):format(row.name, row.seconds)) end
+-- Seconds by the clock, and seconds of processor time in brackets, over all cores.
+local line_of = "%-6s %9s %9s %11s %9s"
 print()
-print(("%-10s %12s %12s %10s %10s"):format("", "out of", "into", "ours /", "ours /"))
-print(("%-10s %12s %12s %10s %10s"):format("", "Blender", "Blender", "it, out", "it, in"))
-print(("%-10s %10.3f s %10.3f s"):format("Vek", facts.send, facts.receive))
+print(line_of:format("", "out of", "(cpu)", "into", "(cpu)"))
+print(line_of:format("", "Blender", "", "Blender", ""))
+local function print_row(name, out_of, into)
+    print(line_of:format(name, facts[out_of] .. " s", "(" .. facts[out_of .. "_cpu"] .. ")",
+        facts[into] .. " s", "(" .. facts[into .. "_cpu"] .. ")"))
+end
+print_row("Vek", "send", "receive")
 for _, format in ipairs { "OBJ", "PLY" } do
-    local out_of, into = facts[format .. "_export"], facts[format .. "_import"]
-    print(("%-10s %10.3f s %10.3f s %10.2f %10.2f"):format(format, out_of, into,
-        facts.send / out_of, facts.receive / into))
+    print_row(format, format .. "_export", format .. "_import")
+    print(("  ours / %s: %.2f out, %.2f in"):format(format, facts.send / facts[format .. "_export"],
+        facts.receive / facts[format .. "_import"]))
 end

@@ -101,15 +101,24 @@ def _faces(mesh):
     corners = _numbers(mesh.loops, "vertex_index", len(mesh.loops))
     totals = _numbers(mesh.polygons, "loop_total", count)
     starts = _numbers(mesh.polygons, "loop_start", count)
-    if (totals == 4).all() and (starts == np.arange(0, 4 * count, 4)).all():
-        return corners.reshape(-1, 4), None, 0
+    largest = int(totals.max(initial=0))
+    if largest <= 4 and (starts[1:] == np.cumsum(totals[:-1])).all():
+        return _rows(corners, totals), None, 0
     places = starts[:, None] + np.arange(4, dtype=np.int32)
     places[totals == 3, 3] = -1
     is_large = totals > 4
-    split = int(np.count_nonzero(is_large))
-    if split:
+    if largest > 4:
         places = _with_triangles(mesh, places, is_large)
-    return np.where(places >= 0, corners[places], np.int32(-1)), places, split
+    return np.where(places >= 0, corners[places], np.int32(-1)), places, int(np.count_nonzero(is_large))
+
+
+def _rows(corners, totals):
+    """Rows of four, from corners that lie one behind another."""
+    if len(corners) == 4 * len(totals):
+        return corners.reshape(-1, 4)
+    rows = np.full((len(totals), 4), -1, np.int32)
+    rows[np.arange(4) < totals[:, None]] = corners
+    return rows
 
 
 def _with_triangles(mesh, places, is_large):

@@ -30,9 +30,8 @@ def remember_line(obj, line):
 def remember_given(obj, given, mark):
     obj[_FACE_KIND] = given.face_kind
     obj[_GIVEN_MARK] = mark
-    obj[_KEPT] = b"".join(
-        struct.pack(_HEAD, block.id, len(block.payload), block.count, block.param) +
-        bytes(block.payload) for block in given.kept)
+    obj[_KEPT] = b"".join(part for block in given.kept for part in (
+        struct.pack(_HEAD, block.id, len(block.payload), block.count, block.param), block.payload))
 
 
 def face_kind(obj):
