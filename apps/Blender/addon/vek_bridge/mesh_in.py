@@ -75,11 +75,11 @@ def new_mesh(name, given):
 
 
 def _fill_faces(mesh, faces):
-    is_corner = faces >= 0
-    totals = np.where(is_corner[:, 3], np.int32(4), np.int32(3))
-    starts = np.zeros(len(faces), np.int32)
+    # Blender takes whole arrays of these fast when they are unsigned, and number by number when not.
+    totals = np.where(faces[:, 3] >= 0, np.uint32(4), np.uint32(3))
+    starts = np.zeros(len(faces), np.uint32)
     np.cumsum(totals[:-1], out=starts[1:])
-    corners = faces.ravel() if is_corner.all() else faces[is_corner]
+    corners = _corners(faces, faces).view(np.uint32)
     mesh.loops.add(len(corners))
     mesh.loops.foreach_set("vertex_index", corners)
     mesh.polygons.add(len(faces))
@@ -94,10 +94,20 @@ def _uvs(mesh, good):
         return None
     uvs = np.concatenate([np.asarray(mesh.uvs, np.float32).reshape(-1, 2), np.zeros((1, 2), "f4")])
     indices = np.asarray(mesh.corners[-1].values, np.int32).reshape(-1, 4)
-    is_corner = np.asarray(mesh.faces, np.int32).reshape(-1, 4) >= 0
-    indices = indices[good][is_corner[good]]
-    indices[(indices < 0) | (indices >= len(uvs))] = len(uvs) - 1
-    return uvs[indices]
+    faces = np.asarray(mesh.faces, np.int32).reshape(-1, 4)
+    if not good.all():
+        indices, faces = indices[good], faces[good]
+    indices = _corners(indices, faces)
+    if len(indices) and (indices.min() < 0 or indices.max() >= len(uvs)):
+        indices = np.where((indices < 0) | (indices >= len(uvs)), len(uvs) - 1, indices)
+    pairs = uvs.view(np.complex64).ravel()  # numpy takes pairs faster than rows of two
+    return np.take(pairs, indices).view(np.float32).reshape(-1, 2)
+
+
+def _corners(rows, faces):
+    """What stands in rows of four for the corners of the faces, without the empty places."""
+    is_corner = faces >= 0
+    return rows.ravel() if is_corner[:, 3].all() else rows[is_corner]
 
 
 def _uses_a_vertex_twice(faces):

@@ -89,9 +89,9 @@ def _positions(mesh):
 
 
 def _numbers(collection, name, count):
-    numbers = np.empty(count, np.int32)
+    numbers = np.empty(count, np.uint32)  # see mesh_in
     collection.foreach_get(name, numbers)
-    return numbers
+    return numbers.view(np.int32)
 
 
 def _faces(mesh):

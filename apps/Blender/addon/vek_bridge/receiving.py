@@ -78,16 +78,16 @@ class Receiving(Work):
         return [self._failures[0], f"{more} more could not be read" if more else ""]
 
     def _select_received(self):
-        layer = self._context.view_layer
-        layer.update()  # new objects can be selected only then
-        shown = [obj for obj in self._received if obj.name in layer.objects]
-        if not shown:
+        if not self._received:
             return
-        for obj in layer.objects:
+        for obj in self._context.selected_objects:
             obj.select_set(False)
-        for obj in shown:
-            obj.select_set(True)
-        layer.objects.active = shown[-1]
+        for obj in self._received:
+            try:
+                obj.select_set(True)
+            except RuntimeError:
+                continue  # its collection is not in this view layer
+            self._context.view_layer.objects.active = obj
 
 
 def lines_of_the_list():
