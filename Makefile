@@ -34,7 +34,7 @@ test: setup
 APP ?= Example
 DEMO_Example := demo/round_trip.lua
 DEMO_Blender := demo/blender.lua
-DEMO := $(or $(DEMO_$(APP)),$(error There is no demo of $(APP); APP is Example or Blender))
+DEMO = $(or $(DEMO_$(APP)),$(error There is no demo of $(APP); APP is Example or Blender))
 
 # HOME is one of the demo's own: what is installed into Blender, is not installed into the user's.
 demo: build

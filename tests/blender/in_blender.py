@@ -12,7 +12,7 @@ import traceback
 import bpy
 import numpy as np
 from mathutils import Matrix
-from vek_bridge import bridge
+from vek_bridge import bridge, receiving, sending
 from vek_bridge.vek_exchange import Tree
 
 
@@ -83,6 +83,9 @@ def prism(_case):
     high = [(x, y, 1) for x, y, _ in low]
     sides = [((i + 1) % 6, i, 6 + i, 6 + (i + 1) % 6) for i in range(6)]
     obj = new_object("Prism", low + high, [tuple(range(6)), tuple(range(11, 5, -1)), *sides])
+    uvs = obj.data.uv_layers.new().data
+    for corner in obj.data.loops:
+        uvs[corner.index].uv = corner.vertex_index / 100, corner.vertex_index / 7
     select(obj)
     return {"said": [send()]}
 
@@ -110,6 +113,35 @@ def told_to_undo(case):
         bpy.data.objects[name].matrix_world = Matrix(matrix)
     bpy.context.view_layer.update()
     return {"said": said + [send()]}
+
+
+def mirrored(_case):
+    said = [receive()]
+    bpy.data.objects["Egg"].scale.x = -1
+    bpy.context.view_layer.update()
+    return {"said": said + [send()]}
+
+
+def text(_case):
+    curve = bpy.data.curves.new("Text", "FONT")
+    curve.body, curve.extrude = "Vek", 0.1
+    obj = bpy.data.objects.new("Text", curve)
+    bpy.context.collection.objects.link(obj)
+    bpy.context.view_layer.update()
+    select(obj)
+    return {"said": [send()]}
+
+
+def stopped(_case):
+    """As the escape key does it, after the first of three."""
+    lines = receiving.lines_of_the_list()
+    work = receiving.Receiving(bpy.context, lines, from_the_host=True)
+    work.step()
+    said = [work.outcome()[1], receive()]
+    shown = scene()
+    work = sending.Sending(bpy.context, bpy.context.selected_objects, lines, to_the_host=True)
+    work.step()
+    return {"said": said + [work.outcome()[1]], "scene": shown}
 
 
 def edit_mode(_case):

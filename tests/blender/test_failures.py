@@ -88,6 +88,17 @@ def test_the_helper_application_comes_before_the_command(results):
     assert result.host.files()[result.host.root + "/handed back"] == b"back\n"
 
 
+def test_work_that_is_stopped(results):
+    result = results("stopped")
+    assert result.said == ["1 of 3 objects received; you stopped it.", "3 objects received.",
+                           "Nothing was sent; you stopped it."]
+    assert len(result.scene) == 3
+    assert result.host.names_back() == ["Egg 0", "Egg 1", "Egg 2"]
+    for line, data in result.host.sent.items():
+        assert result.host.bytes_back()[os.path.basename(line)] == data
+    assert not [name for name in result.host.files() if name.endswith(".part")]
+
+
 def test_nothing_to_send(results):
     sentence = "There is nothing to send: select objects, or receive some first."
     assert results("nothing to send").said == [sentence]

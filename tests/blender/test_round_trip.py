@@ -74,6 +74,19 @@ def test_large_faces_are_split_and_it_says_so(results):
     assert meshes.volume(back.vertices, back.faces) == pytest.approx(2 * 1.5 * np.sqrt(3), 1e-5)
 
 
+def uvs_of(back):
+    """A UV for each corner, and the vertex there."""
+    uvs = np.frombuffer(back.payload(UV_LIST), "<f4").reshape(-1, 2)
+    values = np.frombuffer(back.payload(CORNERS), "<i4").reshape(-1, 4)
+    is_corner = back.faces >= 0
+    return uvs[values[is_corner]], back.faces[is_corner]
+
+
+def test_large_faces_keep_their_uvs(results):
+    uvs, vertices = uvs_of(results("n-gons").host.back("Prism"))
+    assert uvs == pytest.approx(np.column_stack([vertices / 100, vertices / 7]))
+
+
 def test_geometry_that_was_added_comes_back_with_its_uvs(results):
     back = results("uvs").host.back("Egg")
     vertices, faces = cases.EGG
@@ -81,12 +94,25 @@ def test_geometry_that_was_added_comes_back_with_its_uvs(results):
             ).all()
     assert (back.vertices[:len(vertices)] == vertices).all()
     assert back.vertices[len(vertices):] == pytest.approx(vertices + (0, 1.5 * 6, 0), abs=1e-5)
-    uvs = np.frombuffer(back.payload(UV_LIST), "<f4").reshape(-1, 2)
-    values = np.frombuffer(back.payload(CORNERS), "<i4").reshape(-1, 4)
-    is_corner = back.faces >= 0
-    origin = back.faces[is_corner] % len(vertices)
-    assert uvs[values[is_corner]] == pytest.approx(np.column_stack([origin / 100, origin / 7]))
+    uvs, origin = uvs_of(back)
+    origin = origin % len(vertices)
+    assert uvs == pytest.approx(np.column_stack([origin / 100, origin / 7]))
     assert back.payload(UNKNOWN)[:10] == b"somebody's"
+
+
+def test_an_object_that_was_mirrored_keeps_its_outside_and_its_uvs(results):
+    back = results("mirrored").host.back("Egg")
+    assert back.vertices == pytest.approx(cases.EGG[0] * (-1, 1, 1))
+    assert meshes.inward_faces(back.vertices, back.faces) == 0
+    assert (back.faces[:, 0] == cases.EGG[1][:, 0]).all()
+    uvs, vertices = uvs_of(back)
+    assert uvs == pytest.approx(np.column_stack([vertices / 100, vertices / 7]))
+
+
+def test_objects_that_are_no_meshes_are_sent_as_they_look(results):
+    result = results("text")
+    assert result.said[0].startswith("1 object sent; ")
+    assert len(result.host.back("Text").faces) > 20
 
 
 def test_corner_values_without_a_meaning_are_left_out_of_other_faces(results):

@@ -59,8 +59,9 @@ def exchange_file(taken, face_kind, kept, given_mark):
         mesh.corners = [Corners(_own_uvs(taken.faces), count=len(taken.faces))]
     file = file_of(mesh)
     file.blocks += [block for block in kept if block.id not in OF_CORNERS]
-    had_corners = any(block.id in CORNER_BLOCKS for block in kept)
-    return file, had_corners and taken.uvs is None
+    ids = {block.id for block in kept}
+    were_uvs = blocks.UV_LIST in ids and taken.uvs is not None
+    return file, bool(ids.intersection(CORNER_BLOCKS)) and not were_uvs
 
 
 def _own_uvs(faces):
