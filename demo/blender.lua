@@ -1,6 +1,6 @@
 -- Ten objects go from the host into Blender, are edited there, and come back. Run it with
--- `make demo APP=Blender`; Blender works without a window. Beside it, blender_edit.py is what is done
--- in Blender, blender_picture.py takes the picture at the end.
+-- `make demo APP=Blender`; Blender works without a window. Beside it, blender_edit.py is what is
+-- done in Blender, blender_picture.py takes the picture at the end.
 --
 --     vek run demo/blender.lua [--mesh FILE.obj] [--app FOLDER] [--out FOLDER] [--faces COUNT]
 --                              [--picture no]
@@ -79,7 +79,7 @@ end
 
 local function install(index)
     expect(os.execute("command -v osascript >/dev/null"),
-        "There is no osascript here, which installs as an administrator. Run this with `make demo`.")
+        "There is no osascript here, which installs with more rights. Run this with `make demo`.")
     step("CallVekAppCommand", CallVekAppCommand, "LOCATE_COMMAND", index)
     local found, path = step("ReadVekAppPath", ReadVekAppPath, index)
     expect(found == 1, "Blender was not found on this machine.")
@@ -118,7 +118,8 @@ local function export(objects, index)
     step("GetVekAppIOPrefs", GetVekAppIOPrefs, index)
     step("VekSetExportScale", VekSetExportScale, 1)
     expect(step("(host) writes the objects", write_objects, objects) == OBJECTS, "")
-    expect(step("ClearVekObjectList", ClearVekObjectList) == 1, "The object list cannot be emptied.")
+    local cleared = step("ClearVekObjectList", ClearVekObjectList)
+    expect(cleared == 1, "The object list cannot be emptied.")
     local prepared = step("VekPostExport, ten times", function()
         local failures = 0
         for _, object in ipairs(objects) do
@@ -131,7 +132,8 @@ local function export(objects, index)
     for _, object in ipairs(objects) do
         local seen, why = vek.read_mesh(object.line .. ".vek")
         expect(seen, why)
-        expect_same(as_blender_needs_it(object.mesh), seen, object.name .. " does not stand upright")
+        local complaint = object.name .. " does not stand upright"
+        expect_same(as_blender_needs_it(object.mesh), seen, complaint)
     end
 end
 
@@ -179,10 +181,11 @@ end
 
 local function come_back(objects)
     local count = step("ReadVekObjectList", ReadVekObjectList)
-    expect(count == OBJECTS, "Blender handed back " .. count .. " objects instead of " .. OBJECTS .. ".")
+    expect(count == OBJECTS, "Blender handed back " .. count .. " objects.")
     for i, object in ipairs(objects) do
         local _, line = GetVekObjectPath(i - 1)
-        expect(line == object.line, "Blender handed back " .. line .. " in place of " .. object.line)
+        expect(line == object.line,
+            "Blender handed back " .. line .. " in place of " .. object.line)
         expect(VekPreImport(line .. ".vek") == 0, "The exchange file cannot be turned: " .. line)
         local back, why = vek.read_mesh(line .. ".vek")
         expect(back, why)

@@ -1,6 +1,6 @@
-"""Takes the picture of the demo: the objects in the host, in Blender with their modifiers, and back in
-the host. Each is a scene of its own with a camera that has that side's axis upwards; no mesh is turned
-for the picture.
+"""Takes the picture of the demo: the objects in the host, in Blender with their modifiers, and back
+in the host. Each is a scene of its own with a camera that has that side's axis upwards; no mesh is
+turned for the picture.
 
     blender -b SCENE.blend --addons vek_bridge --python blender_picture.py -- FOLDER
 """
@@ -116,8 +116,8 @@ def set_up(scene, side, title, size):
         return middle + rotation @ Vector((right * size, up * size, 2 * size))
 
     arrows(scene, side, at(-0.42, -0.34), 0.07 * size)
-    words(scene, title, side, at(0, 0.35), 0.045 * size, colour("words", (0.01, 0.01, 0.01, 1), True),
-          "CENTER")
+    black = colour("words", (0.01, 0.01, 0.01, 1), glows=True)
+    words(scene, title, side, at(0, 0.35), 0.045 * size, black, "CENTER")
     clay = [colour("clay %d" % i, rgba) for i, rgba in
             enumerate(((0.72, 0.38, 0.22, 1), (0.30, 0.48, 0.62, 1), (0.50, 0.58, 0.30, 1)))]
     for number, obj in enumerate(meshes(scene)):

@@ -1,5 +1,5 @@
-# What the three commands share; they set `folder`, the application's folder in the tree, before they
-# read this in.
+# What the three commands share; they set `folder`, the application's folder in the tree, before
+# they read this in.
 config=$folder/Vek_Config.txt
 addon=vek_bridge
 

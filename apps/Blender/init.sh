@@ -35,8 +35,8 @@ home=$(setting USER_HOME)
 [ -n "$home" ] || home=${HOME-}
 [ -d "$home" ] || finish "There is no home folder to install Blender's add-on into: $home"
 
-version=$(as_the_user "$program" --version 2>/dev/null | sed -n 's/^Blender \([0-9][0-9.]*\).*/\1/p' |
-    head -n 1)
+version=$(as_the_user "$program" --version 2>/dev/null |
+    sed -n 's/^Blender \([0-9][0-9.]*\).*/\1/p' | head -n 1)
 [ -n "$version" ] || finish "Blender does not start. Try it by hand: $program"
 major=${version%%.*}
 minor=${version#*.}

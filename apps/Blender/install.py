@@ -1,4 +1,5 @@
-"""Run in the user's Blender by init.sh: puts the add-on where Blender looks for it and switches it on.
+"""Run in the user's Blender by init.sh: puts the add-on where Blender looks for it and
+switches it on.
 
     blender -b --python install.py -- FOLDER_OF_THE_ADD-ON TREE
 

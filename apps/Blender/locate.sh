@@ -1,6 +1,6 @@
 #!/bin/sh
-# The LOCATE_COMMAND: looks for Blender and notes in Vek_Config.txt where it is (a line PATH, or none
-# where it finds none) and whose Blender it is (a line USER_HOME: the installation runs as an
+# The LOCATE_COMMAND: looks for Blender and notes in Vek_Config.txt where it is (a line PATH, or
+# none where it finds none) and whose Blender it is (a line USER_HOME: the installation runs as an
 # administrator, and the add-on goes into the user's own folder). Whatever else stood there stays.
 # The place that is noted already counts first, since a user may have chosen it.
 folder=$(cd "$(dirname "$0")" && pwd)

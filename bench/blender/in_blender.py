@@ -1,5 +1,5 @@
-"""Times what Blender does with the mesh: ours, and its own formats with the least that they can be told
-to write beside positions, faces and UVs."""
+"""Times what Blender does with the mesh: ours, and its own formats with the least that they can be
+told to write beside positions, faces and UVs."""
 
 import time
 

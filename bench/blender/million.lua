@@ -1,5 +1,5 @@
--- The host's side of bench/blender/run: arguments are the source folder, a folder for files, and how
--- many faces.
+-- The host's side of bench/blender/run: arguments are the source folder, a folder for files, and
+-- how many faces.
 local source, out, faces = arg[1], arg[2], math.tointeger(tonumber(arg[3]))
 local files = dofile(source .. "/demo/files.lua")
 local TREE = "/Users/Shared/Kelvaro"

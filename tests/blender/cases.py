@@ -1,4 +1,4 @@
-"""What the host sends in each case, and what is then done in Blender (a function of in_blender.py)."""
+"""What the host sends in each case, and what Blender then does (a function of in_blender.py)."""
 
 import numpy as np
 
@@ -7,7 +7,8 @@ from host import describe
 from meshes import CORNERS, NEGATIVE, REPEATED, TRIANGLES, UNKNOWN, UV_LIST, file_bytes
 
 EGG, BOX = meshes.egg(), meshes.box()
-ODD_NAMES = ["with blanks  inside", "dots.in.it.001", "Blumentöpfe 花", "a" * 100, "it's 100 % \"$HOME\""]
+ODD_NAMES = ["with blanks  inside", "dots.in.it.001", "Blumentöpfe 花", "a" * 100,
+             "it's 100 % \"$HOME\""]
 UNKNOWN_BLOCK = meshes.block(UNKNOWN, b"somebody's", 3, 0.5)
 SWITCHES = range(16)
 

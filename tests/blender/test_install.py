@@ -1,5 +1,5 @@
-"""The descriptor's commands, as the host runs them. Where the real Blender does not matter, a script
-that says it is one stands in for it."""
+"""The descriptor's commands, as the host runs them. Where the real Blender does not matter, a
+script that says it is one stands in for it."""
 
 import os
 import pathlib

@@ -1,5 +1,5 @@
-"""Lies among the start-up scripts of the user's Blender: tells what it shows, and does what the test
-asks for in place of a user."""
+"""Lies among the start-up scripts of the user's Blender: tells what it shows, and does what the
+test asks for in place of a user."""
 
 import json
 import os

@@ -92,7 +92,8 @@ def _uvs(mesh, good):
     """A UV for each corner, by the UV list; corners without one have (0, 0)."""
     if mesh.uvs is None or not mesh.corners:
         return None
-    uvs = np.concatenate([np.asarray(mesh.uvs, np.float32).reshape(-1, 2), np.zeros((1, 2), "f4")])
+    uvs = np.asarray(mesh.uvs, np.float32).reshape(-1, 2)
+    uvs = np.concatenate([uvs, np.zeros((1, 2), np.float32)])
     indices = np.asarray(mesh.corners[-1].values, np.int32).reshape(-1, 4)
     faces = np.asarray(mesh.faces, np.int32).reshape(-1, 4)
     if not good.all():

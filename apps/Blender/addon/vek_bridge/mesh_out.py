@@ -110,7 +110,8 @@ def _faces(mesh):
     is_large = totals > 4
     if largest > 4:
         places = _with_triangles(mesh, places, is_large)
-    return np.where(places >= 0, corners[places], np.int32(-1)), places, int(np.count_nonzero(is_large))
+    faces = np.where(places >= 0, corners[places], np.int32(-1))
+    return faces, places, int(np.count_nonzero(is_large))
 
 
 def _rows(corners, totals):

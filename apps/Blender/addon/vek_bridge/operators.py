@@ -119,7 +119,7 @@ class VEK_OT_send(_LongWork, bpy.types.Operator):
 
 
 class VEK_OT_import(_LongWork, ImportHelper, bpy.types.Operator):
-    """Import exchange files, as they stand: with z up where the bridge has turned them for Blender"""
+    """Import exchange files as they stand: z is up where the bridge has turned them for Blender"""
     bl_idname = "vek.import_files"
     bl_label = "Import Vek"
     bl_options = {"REGISTER", "UNDO"}

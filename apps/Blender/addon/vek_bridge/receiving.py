@@ -13,8 +13,8 @@ EXTENSION = ".vek"
 
 
 class Receiving(Work):
-    """Each item is a line of the object list. An object that the host sent before gets the new mesh;
-    what it is called and what it is made of stay. Of files that are not the host's nothing is
+    """Each item is a line of the object list. An object that the host sent before gets the new
+    mesh; what it is called and what it is made of stay. Of files that are not the host's nothing is
     remembered, so that sending does not write over them."""
 
     def __init__(self, context, lines, from_the_host):
@@ -62,7 +62,8 @@ class Receiving(Work):
         counts = counted(len(self._received), "object")
         if stopped or self._failures:
             counts = f"{len(self._received)} of {counted(self.total, 'object')}"
-        clauses = [f"{counts} received", "you stopped it" if stopped else "", *self._said_failures()]
+        clauses = [f"{counts} received", "you stopped it" if stopped else ""]
+        clauses += self._said_failures()
         if self._left_out:
             clauses.append(f"{counted(self._left_out, 'face')} left out that used a vertex twice")
         if self._rested:

@@ -1,5 +1,5 @@
-"""A Blender with a window answers to the host's orders: edit.sh leaves a file, and the Blender whose
-process id is noted beside it takes the file away and receives the objects of the list."""
+"""A Blender with a window answers to the host's orders: edit.sh leaves a file, and the Blender
+whose process id is noted beside it takes the file away and receives the objects of the list."""
 
 import atexit
 import os

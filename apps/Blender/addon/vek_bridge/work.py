@@ -1,4 +1,4 @@
-"""Work on several objects, one step each, so that a progress bar can move and a user can stop it."""
+"""Work on several objects, a step each, so that a progress bar can move and a user can stop it."""
 
 
 class Work:
