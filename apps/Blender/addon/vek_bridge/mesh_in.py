@@ -75,7 +75,7 @@ def new_mesh(name, given):
 
 
 def _fill_faces(mesh, faces):
-    # Blender takes whole arrays of these fast when they are unsigned, and number by number when not.
+    # Blender takes whole arrays of these when they are unsigned, and number by number when not.
     totals = np.where(faces[:, 3] >= 0, np.uint32(4), np.uint32(3))
     starts = np.zeros(len(faces), np.uint32)
     np.cumsum(totals[:-1], out=starts[1:])
