@@ -56,3 +56,13 @@ function(vek_warnings target)
         target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
     endif()
 endfunction()
+
+# vek_count_coverage(TARGET): with VEK_COVERAGE, the target's code counts what of it runs.
+if(VEK_COVERAGE)
+    add_link_options(--coverage)
+endif()
+function(vek_count_coverage target)
+    if(VEK_COVERAGE)
+        target_compile_options(${target} PRIVATE --coverage -fprofile-abs-path)
+    endif()
+endfunction()
