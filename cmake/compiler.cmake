@@ -35,6 +35,13 @@ if(VEK_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+if(VEK_COVERAGE)
+    add_compile_options(--coverage -fprofile-abs-path)
+    add_link_options(--coverage)
+    # In the strict dialect GCC does not count what a child runs before it executes a program.
+    set(CMAKE_CXX_EXTENSIONS ON)
+endif()
+
 if(VEK_SANITIZE)
     add_compile_options(-O1 -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
@@ -54,15 +61,5 @@ function(vek_warnings target)
     # The checks that sanitizers put in make GCC see uninitialised values in the standard library.
     if(VEK_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
-    endif()
-endfunction()
-
-# vek_count_coverage(TARGET): with VEK_COVERAGE, the target's code counts what of it runs.
-if(VEK_COVERAGE)
-    add_link_options(--coverage)
-endif()
-function(vek_count_coverage target)
-    if(VEK_COVERAGE)
-        target_compile_options(${target} PRIVATE --coverage -fprofile-abs-path)
     endif()
 endfunction()

@@ -16,7 +16,6 @@ function(vek_add_layer name)
         target_link_libraries(vek_${name} PUBLIC vek_${used})
     endforeach()
     vek_warnings(vek_${name})
-    vek_count_coverage(vek_${name})
     set_property(GLOBAL APPEND PROPERTY VEK_LAYERS ${name})
 endfunction()
 
