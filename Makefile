@@ -5,7 +5,7 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 # As it is written, whatever characters the path has.
 override export MESH := $(value MESH)
 
-.PHONY: help setup build test coverage demo bench format clean
+.PHONY: help setup macos-headers build test coverage demo bench package format clean
 
 help:
 	@echo "make demo    a mesh goes to another application and back; MESH=path.obj takes your own"
@@ -13,17 +13,23 @@ help:
 	@echo "make build   builds build/release/libVek.so and the tool build/release/bin/vek"
 	@echo "make coverage  shows how much of the library its tests run, a folder a line"
 	@echo "make bench   measures, side by side with floors and peers"
+	@echo "make package leaves a .deb in build/, on a Mac a .zip"
 	@echo "make format  formats the sources"
 	@echo "make clean   removes build/"
 
 setup:
 	@scripts/install-packages
 
+# Without them the tests that build for the Mac are skipped.
+macos-headers: setup
+	@scripts/fetch-macos-headers build/macos-headers || \
+	    echo "The tests that build for the Mac will be skipped."
+
 build: setup
 	@cmake --preset release >/dev/null
 	@cmake --build --preset release -j $(JOBS)
 
-test: setup
+test: setup macos-headers
 	@for preset in $(PRESETS); do \
 	    echo "== $$preset"; \
 	    cmake --preset $$preset >/dev/null && \
@@ -49,6 +55,12 @@ coverage: setup
 	@find build/coverage -name '*.gcda' -delete
 	@ctest --preset coverage -j $(JOBS)
 	@scripts/coverage-table build/coverage --missing
+
+package: PACKAGE = $(if $(filter Darwin,$(shell uname)),macos-package,package)
+package: setup
+	@cmake --preset $(PACKAGE) >/dev/null
+	@cmake --build --preset $(PACKAGE) -j $(JOBS)
+	@cd build && cpack --config $(PACKAGE)/CPackConfig.cmake | grep generated
 
 format:
 	@git ls-files '*.cpp' '*.h' | grep -v exports.def.h | xargs clang-format -i

@@ -15,6 +15,12 @@ if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
     set(CMAKE_BUILD_TYPE Release)
 endif()
 
+# What the tool and the tests have a source each for is named after it.
+set(VEK_SYSTEM linux)
+if(APPLE)
+    set(VEK_SYSTEM macos)
+endif()
+
 find_program(VEK_CCACHE ccache)
 if(VEK_CCACHE)
     set(CMAKE_C_COMPILER_LAUNCHER ${VEK_CCACHE})

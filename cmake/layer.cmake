@@ -16,6 +16,10 @@ function(vek_add_layer name)
         target_link_libraries(vek_${name} PUBLIC vek_${used})
     endforeach()
     vek_warnings(vek_${name})
+    # What the oldest macOS that is built for does not have would keep the library from being loaded.
+    if(APPLE)
+        target_compile_options(vek_${name} PRIVATE -Wunguarded-availability)
+    endif()
     set_property(GLOBAL APPEND PROPERTY VEK_LAYERS ${name})
 endfunction()
 

@@ -27,6 +27,11 @@ function files.is_there(path)
     return (os.execute("test -e " .. files.quoted(path)))
 end
 
+-- The first of two paths that is there, or else the second.
+function files.first_there(first, second)
+    return files.is_there(first) and first or second
+end
+
 function files.make_folder(path)
     return (os.execute("mkdir -p " .. files.quoted(path)))
 end

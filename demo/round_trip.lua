@@ -21,19 +21,23 @@ local TWIST = 90 -- degrees, from the bottom of the mesh to its top
 local SCALE = 2
 
 local options, complaint = files.options(arg, {
-    app = vek.script_folder .. "/../build/release/apps/" .. APP,
+    -- as it is built, or as it is installed
+    app = files.first_there(vek.script_folder .. "/../build/release/apps/" .. APP,
+        vek.script_folder .. "/../apps/" .. APP),
     project = TREE .. "/VekProjects/Default",
     out = "build/demo",
     faces = "100000",
 }, { "mesh", "locale" })
 expect(options, complaint)
 
--- What an installer does: the folders, and in VekApps a folder for each target application.
+-- What an installer does: the folders, and in VekApps a folder for each target application, made so
+-- that every user of the machine can use them; then the application that was asked for.
 local function make_tree()
     expect(os.getenv("VEK_VIEW") or not files.is_there(TREE),
         TREE .. " is there already and may be somebody's own. Run this with `make demo`.")
-    for _, folder in ipairs { TREE .. "/VekHub", TREE .. "/VekApps/" .. APP,
-                              TREE .. "/VekProjects/Default", options.project, options.out } do
+    expect(os.execute(files.quoted(vek.program) .. " init >/dev/null"),
+        "The shared tree cannot be made. `vek init` says why.")
+    for _, folder in ipairs { TREE .. "/VekApps/" .. APP, options.project, options.out } do
         expect(files.make_folder(folder), "The folder cannot be made: " .. folder)
     end
     expect(files.copy_contents(options.app, TREE .. "/VekApps/" .. APP),
@@ -124,8 +128,11 @@ end
 
 local function quit_the_application(path)
     local program = files.quoted(path .. "/Contents/MacOS/" .. APP)
-    os.execute(program .. " quit 2>/dev/null")
-    return files.soon(function() return VekAppIsRunning(path) == 0 end)
+    return files.soon(function()
+        -- again, as it hears of it only when it has started wholly
+        os.execute(program .. " quit 2>/dev/null")
+        return VekAppIsRunning(path) == 0
+    end)
 end
 
 local function open_the_application(path)

@@ -40,13 +40,13 @@ bool findBlock(const BXVekFile& file, unsigned int wanted, Vek_Header& header) {
 }
 
 // The map file name that `wanted` holds; empty when there is none. Where the kind of map has a
-// number, that goes to `number`.
-BXString readMapName(const BXVekFile& file, unsigned int wanted, char* number) {
+// number, that is printed to `number`.
+BXString readMapName(const BXVekFile& file, unsigned int wanted, BXString& number) {
     BXString name;
     Vek_Header header;
     if (!findBlock(file, wanted, header) || !file.readVekText(header, name)) return BXString();
     if (header.id == kVekMap2) {
-        textOut(number, BXString::format("%f", static_cast<double>(header.param)));
+        number = BXString::format("%f", static_cast<double>(header.param));
     }
     return name;
 }
@@ -58,14 +58,19 @@ float firstObjectTexture(double selector, char* nameBlock, char* numberBlock) {
     BXLogServer::printLine("  reading %s", path.c_str());
     BXVekFile file(path, "rb");
     if (!file.readVekFileHeader()) return -1.0f;
-    BXString name = readMapName(file, mapBlock(selector), numberBlock);
+    BXString number;
+    BXString name = readMapName(file, mapBlock(selector), number);
     file.close();
-    if (name.isEmpty()) {
+    const bool found = !name.isEmpty();
+    if (found) {
+        BXLogServer::printLine("  tex: %s", name.c_str());
+        name.replaceCharsOf("\\", '/');
+    } else {
         BXLogServer::printLine("  no texture found");
-        return -1.0f;
     }
-    BXLogServer::printLine("  tex: %s", name.c_str());
-    name.replaceCharsOf("\\", '/');
+    // Last, for nothing fails from here on: a failure leaves both blocks as they were.
+    if (!number.isEmpty()) textOut(numberBlock, number);
+    if (!found) return -1.0f;
     textOut(nameBlock, name);
     return 0.0f;
 }

@@ -28,6 +28,9 @@ public:
     ObjectListFiller& operator=(const ObjectListFiller&) = delete;
     ~ObjectListFiller() { s_objectList.resize(m_count); }
 
+    // What was added is none.
+    void forget() { m_count = 0; }
+
     // Adds an object for each line of [begin, end) that is not blank.
     void add(const char* begin, const char* end) {
         BXLineWalker lines(begin, end);
@@ -66,7 +69,11 @@ void fillFrom(const BXFile& file, ObjectListFiller& objects) {
         const std::size_t size = waiting + came;
         const std::size_t whole = came == 0 ? size : afterLastBreak(piece, waiting, size);
         objects.add(piece.data(), piece.data() + whole);
-        if (came == 0) return;
+        if (came == 0) {
+            // A list of which a part cannot be read would look like one from which it was taken.
+            if (!file.endsBy(offset)) objects.forget();
+            return;
+        }
         std::memmove(piece.data(), &piece[whole], size - whole);
         waiting = size - whole;
     }

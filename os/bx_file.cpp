@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,10 +16,11 @@ static_assert(sizeof(off_t) == 8, "exchange files grow past 4 GiB");
 namespace {
 
 constexpr mode_t kNewFileMode = 0666;  // less what the process's mask takes
+constexpr std::size_t kMostLineFeeds = 4096;
 
-// A descriptor of a regular file, or -1. Opening does not wait: a pipe without a partner would
-// never let go of the host. Nor does a terminal become the host's own.
-int openRegular(const char* path, int flags) {
+// A descriptor of a regular file, with its size, or -1. Opening does not wait: a pipe without a
+// partner would never let go of the host. Nor does a terminal become the host's own.
+int openRegular(const char* path, int flags, std::int64_t& size) {
     if (!path) return -1;
     int descriptor;
     do {
@@ -26,7 +28,10 @@ int openRegular(const char* path, int flags) {
     } while (descriptor < 0 && errno == EINTR);
     if (descriptor < 0) return -1;
     struct stat status;
-    if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) return descriptor;
+    if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
+        size = static_cast<std::int64_t>(status.st_size);
+        return descriptor;
+    }
     ::close(descriptor);
     return -1;
 }
@@ -47,11 +52,6 @@ int flagsOf(const char* mode) {
     }
 }
 
-std::int64_t sizeOf(int descriptor) {
-    struct stat status;
-    return fstat(descriptor, &status) == 0 ? static_cast<std::int64_t>(status.st_size) : 0;
-}
-
 // True iff all bytes were written.
 template <class Write>
 bool writeAll(const void* bytes, std::size_t count, Write write) {
@@ -69,13 +69,17 @@ bool writeAll(const void* bytes, std::size_t count, Write write) {
 }  // namespace
 
 BXFile::BXFile(const char* path, Access access) noexcept
-    : m_descriptor(openRegular(path, access == Access::Read ? O_RDONLY : O_RDWR)) {}
+    : BXFile(path, access == Access::Read ? O_RDONLY : O_RDWR) {}
 
-BXFile::BXFile(BXFile&& other) noexcept : m_descriptor(other.m_descriptor) {
+BXFile::BXFile(const char* path, int flags) noexcept
+    : m_descriptor(openRegular(path, flags, m_size)) {}
+
+BXFile::BXFile(BXFile&& other) noexcept : m_size(other.m_size), m_descriptor(other.m_descriptor) {
     other.m_descriptor = -1;
 }
 
 BXFile& BXFile::operator=(BXFile&& other) noexcept {
+    std::swap(m_size, other.m_size);
     std::swap(m_descriptor, other.m_descriptor);
     return *this;
 }
@@ -90,7 +94,12 @@ void BXFile::close() noexcept {
 }
 
 std::int64_t BXFile::size() const noexcept {
-    return isOpen() ? sizeOf(m_descriptor) : 0;
+    return isOpen() ? m_size : 0;
+}
+
+bool BXFile::endsBy(std::int64_t offset) const noexcept {
+    struct stat status;
+    return fstat(m_descriptor, &status) == 0 && status.st_size <= offset;
 }
 
 std::size_t BXFile::readAt(std::int64_t offset, void* bytes, std::size_t count) const noexcept {
@@ -106,9 +115,12 @@ std::size_t BXFile::readAt(std::int64_t offset, void* bytes, std::size_t count) 
 }
 
 bool BXFile::writeAt(std::int64_t offset, const void* bytes, std::size_t count) noexcept {
-    return writeAll(bytes, count, [&](const char* from, std::size_t size, std::size_t done) {
-        return pwrite(m_descriptor, from, size, offset + static_cast<std::int64_t>(done));
-    });
+    const bool whole =
+        writeAll(bytes, count, [&](const char* from, std::size_t size, std::size_t done) {
+            return pwrite(m_descriptor, from, size, offset + static_cast<std::int64_t>(done));
+        });
+    if (whole) m_size = std::max(m_size, offset + static_cast<std::int64_t>(count));
+    return whole;
 }
 
 bool BXFile::truncate(std::int64_t size) noexcept {
@@ -116,6 +128,7 @@ bool BXFile::truncate(std::int64_t size) noexcept {
     do {
         result = ftruncate(m_descriptor, size);
     } while (result != 0 && errno == EINTR);
+    if (result == 0) m_size = size;
     return result == 0;
 }
 
@@ -170,25 +183,54 @@ bool BXFile::overwrite(const char* path, const void* bytes, std::size_t count) n
 
 bool BXFile::overwrite(const char* path, const void* bytes, std::size_t count,
                        bool& opened) noexcept {
-    BXFile file;
-    file.m_descriptor = openRegular(path, O_WRONLY | O_CREAT);
+    BXFile file(path, O_WRONLY | O_CREAT);
     opened = file.isOpen();
     if (!opened) return false;
-    const std::int64_t oldSize = file.size();
-    const auto newSize = static_cast<std::int64_t>(count);
     const char* const from = static_cast<const char*>(bytes);
-    const std::size_t over = static_cast<std::size_t>(std::min(oldSize, newSize));
-    if (!file.writeAt(oldSize, from + over, count - over)) {
-        file.truncate(oldSize);
-        return false;
-    }
-    if (!file.writeAt(0, from, over)) return false;
-    return newSize >= oldSize || file.truncate(newSize);
+    return static_cast<std::int64_t>(count) > file.m_size ? file.overwriteWithLonger(from, count)
+                                                          : file.overwriteWithin(from, count);
+}
+
+bool BXFile::overwriteWithLonger(const char* bytes, std::size_t count) noexcept {
+    const std::int64_t oldSize = m_size;
+    const auto over = static_cast<std::size_t>(oldSize);
+    const bool done = makeRoom(bytes + over, count - over) && writeAt(0, bytes, count);
+    if (!done) truncate(oldSize);
+    return done;
+}
+
+bool BXFile::makeRoom(const char* bytes, std::size_t count) noexcept {
+    if (m_size == 0) return true;
+    char lineFeeds[kMostLineFeeds];
+    const bool fits = count <= sizeof lineFeeds;
+    if (fits) std::memset(lineFeeds, '\n', count);
+    return writeAt(m_size, fits ? lineFeeds : bytes, count);
+}
+
+bool BXFile::overwriteWithin(const char* bytes, std::size_t count) noexcept {
+    const auto newSize = static_cast<std::int64_t>(count);
+    const auto rest = static_cast<std::size_t>(m_size) - count;
+    if (count > 0 && !writeWithLineFeeds(bytes, count, rest)) return false;
+    return rest == 0 || truncate(newSize);
+}
+
+bool BXFile::writeWithLineFeeds(const char* bytes, std::size_t count, std::size_t after) noexcept {
+    char lineFeeds[kMostLineFeeds];
+    if (after == 0 || after > sizeof lineFeeds) return writeAt(0, bytes, count);
+    std::memset(lineFeeds, '\n', after);
+    // Declared to take memory that can be written to, which writev does not do.
+    const iovec pieces[] = {{const_cast<char*>(bytes), count}, {lineFeeds, after}};
+    ssize_t written;
+    do {
+        written = writev(m_descriptor, pieces, 2);
+    } while (written < 0 && errno == EINTR);
+    if (written < 0) return false;
+    const std::size_t done = std::min(static_cast<std::size_t>(written), count);
+    return writeAt(static_cast<std::int64_t>(done), bytes + done, count - done);
 }
 
 bool BXFile::append(const char* path, const void* bytes, std::size_t count) noexcept {
-    BXFile file;
-    file.m_descriptor = openRegular(path, O_WRONLY | O_CREAT | O_APPEND);
+    BXFile file(path, O_WRONLY | O_CREAT | O_APPEND);
     if (!file.isOpen()) return false;
     const std::int64_t before = file.size();
     const bool whole = writeAll(bytes, count, [&](const char* from, std::size_t size, std::size_t) {
@@ -202,7 +244,8 @@ bool BXFile::append(const char* path, const void* bytes, std::size_t count) noex
 std::FILE* BXFile::openStream(const char* path, const char* mode) noexcept {
     const int flags = flagsOf(mode);
     if (flags < 0) return nullptr;
-    const int descriptor = openRegular(path, flags);
+    std::int64_t size;
+    const int descriptor = openRegular(path, flags, size);
     if (descriptor < 0) return nullptr;
     std::FILE* const stream = fdopen(descriptor, mode);
     if (!stream) ::close(descriptor);

@@ -22,8 +22,10 @@ public:
 
     bool isOpen() const noexcept { return m_descriptor >= 0; }
     void close() noexcept;
-    // The size in bytes; 0 when it cannot be told.
+    // The size in bytes that it had when it was opened, or was given since through this object.
     std::int64_t size() const noexcept;
+    // Whether the file ends at `offset` or before; false also when that cannot be told.
+    bool endsBy(std::int64_t offset) const noexcept;
     // Reads up to `count` bytes at `offset`; the number that came, short only at the end of the
     // file or on a failure.
     std::size_t readAt(std::int64_t offset, void* bytes, std::size_t count) const noexcept;
@@ -45,11 +47,12 @@ public:
     // Appends the whole file to `contents`. False, with `contents` as it was, when the file cannot
     // be opened or read, or holds more than `limit` bytes or than this build can address.
     static bool readWhole(const char* path, std::string& contents, std::int64_t limit = INT64_MAX);
-    // Makes the file hold exactly these bytes, creating it if it is missing. Written over what is
-    // there and then cut to length, which spares the file system a truncation and a refill. What
-    // reaches beyond the old end is written first: when the disk is full, the file stays as it was
-    // (on a disk that writes in place), and a missing one comes to be empty. False when it cannot
-    // be opened, or when not every byte was written.
+    // Makes the text file hold exactly these bytes, creating it if it is missing. Written over what
+    // is there in one write, so that neither another process nor the end of this one finds old and
+    // new mixed. Where the length changes by up to 4 KiB, room is made and left over by line feeds
+    // at the end, which readers of the tree's files pass over. When the disk is full, the file
+    // stays as it was (on a disk that writes in place), and a missing one comes to be empty. False
+    // when it cannot be opened, or when not every byte was written.
     static bool overwrite(const char* path, const void* bytes, std::size_t count) noexcept;
     // As above; `opened` tells whether the file could be opened for writing.
     static bool overwrite(const char* path, const void* bytes, std::size_t count,
@@ -62,5 +65,17 @@ public:
     static std::FILE* openStream(const char* path, const char* mode) noexcept;
 
 private:
+    // With the flags of open.
+    BXFile(const char* path, int flags) noexcept;
+
+    bool overwriteWithLonger(const char* bytes, std::size_t count) noexcept;
+    // Makes the file longer by so many bytes, before they are written in one with those before
+    // them.
+    bool makeRoom(const char* bytes, std::size_t count) noexcept;
+    bool overwriteWithin(const char* bytes, std::size_t count) noexcept;
+    // The bytes at the start and so many line feeds behind them.
+    bool writeWithLineFeeds(const char* bytes, std::size_t count, std::size_t after) noexcept;
+
+    std::int64_t m_size = 0;
     int m_descriptor = -1;
 };

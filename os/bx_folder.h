@@ -2,6 +2,8 @@
 
 #include <dirent.h>
 
+#include "foundation/bx_string.h"
+
 // The entries of an open folder, in the order in which the file system lists them. Neither copied
 // nor moved; closes itself.
 class BXFolder {
@@ -14,17 +16,21 @@ public:
     };
 
     // Not open when `path` is null or cannot be opened.
-    explicit BXFolder(const char* path) noexcept;
+    explicit BXFolder(const char* path);
     BXFolder(const BXFolder&) = delete;
     BXFolder& operator=(const BXFolder&) = delete;
     ~BXFolder();
 
     bool isOpen() const noexcept { return m_folder != nullptr; }
     // False at the end, and when the folder is not open.
-    bool next(Entry& entry) noexcept;
+    bool next(Entry& entry);
     // As next, passing over "." and "..".
-    bool nextBelow(Entry& entry) noexcept;
+    bool nextBelow(Entry& entry);
 
 private:
+    // Most file systems tell the type with the name; some leave it to be asked for.
+    bool isFolder(const dirent& entry) const;
+
+    BXString m_path;
     DIR* m_folder;
 };

@@ -1,6 +1,5 @@
 #include "os/process_table.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <vector>
 
 #include "os/bundle_folder.h"
+#include "os/bx_file.h"
 #include "os/bx_folder.h"
 
 namespace {
@@ -33,13 +33,10 @@ std::string linkTarget(const std::string& path) {
     return length <= 0 ? std::string() : std::string(target, static_cast<std::size_t>(length));
 }
 
-// The first bytes of a file; not more, whatever the file is.
+// The first bytes of a regular file; none of anything else.
 std::string headOf(const std::string& path, std::size_t limit) {
     std::string head(limit, '\0');
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    const ssize_t came = file < 0 ? 0 : read(file, head.data(), limit);
-    if (file >= 0) close(file);
-    head.resize(came < 0 ? 0 : static_cast<std::size_t>(came));
+    head.resize(BXFile(path.c_str(), BXFile::Access::Read).readAt(0, head.data(), limit));
     return head;
 }
 

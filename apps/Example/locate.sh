@@ -3,6 +3,7 @@
 # first, or none where it finds none, and behind it whatever else stood there.
 folder=$(dirname "$0")
 config=$folder/Vek_Config.txt
+umask 0 # the next user's bridge writes this file too
 
 note() {
     {

@@ -276,10 +276,11 @@ TEST_F(LinuxBundle, IsLaunchedByAProcessWithoutStandardStreams) {
 
 TEST_F(LinuxBundle, StartsWithoutWhatThisProcessHasOpenOrIgnores) {
     const std::string report = m_folder / "report";
+    // What its children inherit: the shell itself blocks signals while it starts them.
     makeBundle(app(), "1",
                "#!/bin/sh\nls /proc/self/fd | wc -l > '" + report + "'\npwd >> '" + report +
-                   "'\ngrep -E 'SigIgn|SigBlk' /proc/$$/status >> '" + report + "'\necho end >> '" +
-                   report + "'\n");
+                   "'\ngrep -E 'SigIgn|SigBlk' /proc/self/status >> '" + report +
+                   "'\necho end >> '" + report + "'\n");
     const int inherited = open("/dev/null", O_RDONLY);
     signal(SIGUSR1, SIG_IGN);
     EXPECT_TRUE(BXDiskServer::launchApplication(text(app()), ""));

@@ -16,11 +16,18 @@ int allocations = 0;
 std::size_t sum = 0;
 int allocationsUntilFailure = 0;
 int released = 0;
+bool (*whetherItFails)() = nullptr;
+bool counting = false;
+long counted = 0;
 
 // In front of all memory taken, as wide as the strictest alignment.
 enum class Kind { object, array };
+struct Front {
+    Kind kind;
+    bool isCounted;
+};
 constexpr std::size_t kFrontSize = alignof(std::max_align_t);
-static_assert(kFrontSize >= sizeof(Kind));
+static_assert(kFrontSize >= sizeof(Front));
 
 void* take(std::size_t size, Kind kind) {
     if (recording) {
@@ -29,10 +36,13 @@ void* take(std::size_t size, Kind kind) {
         sum += size;
     }
     if (allocationsUntilFailure > 0 && --allocationsUntilFailure == 0) throw std::bad_alloc();
+    if (whetherItFails && whetherItFails()) throw std::bad_alloc();
     if (size > static_cast<std::size_t>(PTRDIFF_MAX) - kFrontSize) throw std::bad_alloc();
     char* const front = static_cast<char*>(std::malloc(kFrontSize + size));
     if (!front) throw std::bad_alloc();
-    std::memcpy(front, &kind, sizeof kind);
+    const Front told = {kind, counting};
+    std::memcpy(front, &told, sizeof told);
+    if (counting) ++counted;
     return front + kFrontSize;
 }
 
@@ -40,7 +50,10 @@ void giveBack(void* memory, Kind kind) noexcept {
     if (!memory) return;
     if (recording) ++released;
     char* const front = static_cast<char*>(memory) - kFrontSize;
-    if (std::memcmp(front, &kind, sizeof kind) != 0) {
+    Front told;
+    std::memcpy(&told, front, sizeof told);
+    if (told.isCounted) --counted;
+    if (told.kind != kind) {
         std::fputs("new and delete do not match: one is for arrays, one is not\n", stderr);
         std::abort();
     }
@@ -76,6 +89,18 @@ std::size_t AllocationRecord::stopAndSum() {
 
 void failAllocationAt(int n) {
     allocationsUntilFailure = n;
+}
+
+void askWhetherAllocationFails(bool (*fails)()) {
+    whetherItFails = fails;
+}
+
+void countAllocations(bool on) {
+    counting = on;
+}
+
+long countedAllocations() {
+    return counted;
 }
 
 int AllocationRecord::releases() const {

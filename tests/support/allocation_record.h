@@ -21,5 +21,12 @@ public:
     int releases() const;
 };
 
+// Asked at every allocation whether it throws; null asks nobody.
+void askWhetherAllocationFails(bool (*fails)());
+
+// While on, allocations are counted until they are given back, whenever that is.
+void countAllocations(bool on);
+long countedAllocations();
+
 // From now on the n-th allocation with new or new[] throws, counted from 1; 0 means none.
 void failAllocationAt(int n);

@@ -29,3 +29,8 @@ int showSceneInfo(const std::string& path, bool json);
 
 // Of the windows that a JSON file describes; see window_description.h.
 int showTree(const std::string& path);
+
+// Makes the shared tree with the target applications of the folder `apps`; see tree_init.h.
+int initTree(const std::string& apps, bool json);
+// Of the shared tree: what is wrong with it, and what to do.
+int checkSharedTree(bool json);

@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "tools/vek/own_program.h"
+
 Library::Library(const std::string& path)
     : m_path(std::filesystem::absolute(path).string()),
       m_handle(dlopen(m_path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
@@ -17,9 +19,11 @@ Library::~Library() {
 }
 
 std::string Library::defaultPath() {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (program.parent_path().parent_path() / "libVek.so").string();
+    // Beside the folder of the program in a build; installed, where libraries are.
+    const auto prefix = std::filesystem::path(ownProgram()).parent_path().parent_path();
+    const auto built = prefix / VEK_LIBRARY_NAME;
+    return (std::filesystem::exists(built) ? built : prefix / VEK_LIBRARY_FOLDER / VEK_LIBRARY_NAME)
+        .string();
 }
 
 VekExport Library::find(const std::string& name) const {

@@ -7,14 +7,18 @@
 
 #include "tools/vek/commands.h"
 #include "tools/vek/library.h"
+#include "tools/vek/tree_init.h"
 
 int main(int argc, char** argv) {
     CLI::App app(
-        "Plays the host: calls the library's exports, runs macros, looks into exchange files.");
+        "Plays the host: calls the library's exports, runs macros, looks into exchange files. "
+        "Makes "
+        "the shared tree and checks it.");
     app.name("vek");
     app.set_version_flag("--version", "vek " VEK_VERSION);
     app.footer(
-        "Exit status: 0 fine; 1 a macro failed or a file is damaged; 2 it could not be done.");
+        "Exit status: 0 fine; 1 a macro failed, a file is damaged or something is wrong with the "
+        "tree; 2 it could not be done.");
     app.require_subcommand(1);
     int status = 0;
     bool json = false;
@@ -64,6 +68,19 @@ int main(int argc, char** argv) {
         app.add_subcommand("tree", "Draw the windows of a host that a JSON file describes");
     tree->add_option("file", file, "The description")->required();
     tree->callback([&] { status = showTree(file); });
+
+    std::string apps = shippedAppsFolder();
+    CLI::App* const init = app.add_subcommand(
+        "init", "Make the shared tree, or what is missing of it; what is there stays as it is");
+    withJson(init);
+    init->add_option("--apps", apps, "The folder of the target applications that are put into it")
+        ->capture_default_str();
+    init->callback([&] { status = initTree(apps, json); });
+
+    CLI::App* const check =
+        app.add_subcommand("check", "Say what is wrong with the shared tree, and what to do");
+    withJson(check);
+    check->callback([&] { status = checkSharedTree(json); });
 
     try {
         app.parse(argc, argv);

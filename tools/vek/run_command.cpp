@@ -21,6 +21,7 @@
 #include "tools/vek/library.h"
 #include "tools/vek/lua_host.h"
 #include "tools/vek/lua_mesh.h"
+#include "tools/vek/program_folder.h"
 
 namespace {
 
@@ -208,6 +209,8 @@ void setGlobals(lua_State* lua, const std::string& script, const Library& librar
     lua_newtable(lua);
     lua_pushstring(lua, library.path().c_str());
     lua_setfield(lua, -2, "library");
+    lua_pushstring(lua, (programFolder() + "/vek").c_str());
+    lua_setfield(lua, -2, "program");
     const auto folder = std::filesystem::absolute(script).parent_path().string();
     lua_pushstring(lua, folder.c_str());
     lua_setfield(lua, -2, "script_folder");

@@ -1,0 +1,133 @@
+#include "tests/faults/kill_run.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+#include <random>
+#include <sstream>
+
+namespace {
+
+// Between the three processes.
+struct Shared {
+    std::atomic<int> begun{0}, done{0};
+    std::atomic<int> round{0};  // odd while the files are brought to their beginning
+    std::atomic<bool> stop{false};
+    std::atomic<long> readings{0}, refused{0}, half{0};
+};
+
+class SharedMemory {
+public:
+    SharedMemory()
+        : m_shared(new (mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE,
+                             MAP_SHARED | MAP_ANONYMOUS, -1, 0)) Shared) {}
+    SharedMemory(const SharedMemory&) = delete;
+    SharedMemory& operator=(const SharedMemory&) = delete;
+    ~SharedMemory() { munmap(m_shared, sizeof(Shared)); }
+    Shared* operator->() const { return m_shared; }
+
+private:
+    Shared* const m_shared;
+};
+
+template <class Body>
+pid_t inAnotherProcess(Body body) {
+    const pid_t process = fork();
+    if (process != 0) return process;
+    body();
+    _exit(0);
+}
+
+void end(pid_t process) {
+    kill(process, SIGKILL);
+    waitpid(process, nullptr, 0);
+}
+
+// A reading counts when the same call was under way, or none, from its beginning to its end;
+// otherwise the reader, not the file, has put two states together.
+void readAllTheTime(const Killing& killing, const SharedMemory& shared) {
+    while (!shared->stop) {
+        const int round = shared->round;
+        const int begun = shared->begun;
+        if (round % 2 != 0 || begun == 0) continue;
+        const Found found = killing.look(begun - 1);
+        if (shared->round != round || shared->begun != begun) continue;
+        ++shared->readings;
+        if (found == Found::Refused) ++shared->refused;
+        if (found == Found::Half) ++shared->half;
+    }
+}
+
+void callUntilKilled(const Killing& killing, const SharedMemory& shared) {
+    for (int n = 0;; ++n) {
+        shared->begun = n + 1;
+        killing.call(n);
+        shared->done = n + 1;
+    }
+}
+
+void beginRound(const Killing& killing, const SharedMemory& shared) {
+    ++shared->round;
+    killing.prepare();
+    shared->begun = 0;
+    shared->done = 0;
+    ++shared->round;
+}
+
+}  // namespace
+
+int killsAskedFor() {
+    const char* const asked = std::getenv("VEK_KILLS");
+    return asked ? std::atoi(asked) : 25;
+}
+
+KillCounts killInside(const Killing& killing, int kills) {
+    KillCounts counts;
+    const SharedMemory shared;
+    beginRound(killing, shared);
+    const pid_t reader = inAnotherProcess([&] { readAllTheTime(killing, shared); });
+    std::mt19937 random(20240229);
+    for (int tries = 0; counts.kills < kills && tries < 20 * kills; ++tries) {
+        beginRound(killing, shared);
+        const pid_t caller = inAnotherProcess([&] { callUntilKilled(killing, shared); });
+        while (shared->done == 0) usleep(50);
+        usleep(static_cast<useconds_t>(random() % 3000));
+        end(caller);
+        const int n = shared->begun - 1;
+        if (shared->done > n || !killing.counts(n)) continue;
+        ++counts.kills;
+        switch (killing.look(n)) {
+            case Found::Before:
+                ++counts.before;
+                break;
+            case Found::After:
+                ++counts.after;
+                break;
+            case Found::Refused:
+                ++counts.refused;
+                break;
+            case Found::Half:
+                ++counts.half;
+                break;
+        }
+    }
+    shared->stop = true;
+    waitpid(reader, nullptr, 0);
+    counts.readings = shared->readings;
+    counts.readRefused = shared->refused;
+    counts.readHalf = shared->half;
+    return counts;
+}
+
+std::string KillCounts::text(const char* name) const {
+    std::ostringstream row;
+    row << "| " << name << " | " << kills << " | " << before << " | " << after << " | " << refused
+        << " | " << half << " | " << readings << " | " << readRefused << " | " << readHalf << " |";
+    return row.str();
+}

@@ -1,0 +1,182 @@
+#include "tests/faults/outcome.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <set>
+#include <sstream>
+
+namespace {
+
+char s_note[512];
+
+void tellTheNote(int signal) {
+    const ssize_t ignored = ::write(2, s_note, std::strlen(s_note));
+    static_cast<void>(ignored);
+    raise(signal);
+}
+
+std::set<std::string> linesOf(const std::string& text) {
+    std::set<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.insert(line);
+    return lines;
+}
+
+bool holds(const std::set<std::string>& lines, const std::set<std::string>& some) {
+    return std::includes(lines.begin(), lines.end(), some.begin(), some.end());
+}
+
+// Nothing where there is no such file.
+std::string fileIn(const Stage::State& state, const std::string& path) {
+    const auto file = state.find(path);
+    return file == state.end() ? std::string() : file->second;
+}
+
+std::set<std::string> pathsIn(const Stage::State& a, const Stage::State& b) {
+    std::set<std::string> paths;
+    for (const auto& file : a) paths.insert(file.first);
+    for (const auto& file : b) paths.insert(file.first);
+    return paths;
+}
+
+// Lines that stay stay, and there is none that is neither old nor new.
+bool isBetween(const std::string& now, const std::string& before, const std::string& after) {
+    const std::set<std::string> old = linesOf(before);
+    const std::set<std::string> fresh = linesOf(after);
+    std::set<std::string> either = old;
+    either.insert(fresh.begin(), fresh.end());
+    std::set<std::string> both;
+    std::set_intersection(old.begin(), old.end(), fresh.begin(), fresh.end(),
+                          std::inserter(both, both.end()));
+    std::set<std::string> lines = linesOf(now);
+    // Blank lines are left where a file could not be cut to its length.
+    lines.erase("");
+    const bool endsWhole = now.empty() || (!before.empty() && now.back() == before.back()) ||
+                           (!after.empty() && now.back() == after.back());
+    return holds(either, lines) && holds(lines, both) && endsWhole;
+}
+
+// Nothing but a transfer that fails lets a file be half-written.
+bool isTransfer(const FaultPoint& point) {
+    const std::string symbol = point.callKind().symbol;
+    return symbol == "pwrite64" || symbol == "writev" || symbol == "ftruncate64" ||
+           symbol == "pread64";
+}
+
+}  // namespace
+
+const char* outcomeText(Outcome outcome) {
+    switch (outcome) {
+        case Outcome::Whole:
+            return "without consequence";
+        case Outcome::Nothing:
+            return "reported, nothing changed";
+        case Outcome::Parts:
+            return "in part, each file whole";
+        case Outcome::Half:
+            return "reported, a file half-written";
+        case Outcome::Torn:
+            return "a text half-written on a disk that fills up";
+        case Outcome::Wrong:
+            return "wrong";
+    }
+    return "";
+}
+
+bool Judge::isFailure(float result) const {
+    const auto& failures = m_scenario.failures;
+    return std::find(failures.begin(), failures.end(), result) != failures.end();
+}
+
+bool Judge::blocksAre(const Seen& seen, const Seen& expected) const {
+    return seen.block1 == expected.block1 && seen.block2 == expected.block2;
+}
+
+bool Judge::filesAreWhole(const Stage::State& state) const {
+    const Stage::State& before = m_untouched.state;
+    const Stage::State& after = m_success.state;
+    for (const std::string& path : pathsIn(before, state)) {
+        const bool wasThere = before.count(path) != 0;
+        const bool isThere = state.count(path) != 0;
+        // A file that is to come may be there and empty.
+        if (wasThere != isThere && isThere != (after.count(path) != 0)) return false;
+        if (!isThere) continue;
+        if (!isBetween(fileIn(state, path), fileIn(before, path), fileIn(after, path))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Judge::oneFileIsHalf(const Stage::State& state) const {
+    std::string changed;
+    for (const std::string& path : pathsIn(m_untouched.state, state)) {
+        if (fileIn(state, path) == fileIn(m_untouched.state, path)) continue;
+        if (!changed.empty()) return false;
+        changed = path;
+    }
+    const bool isTheOne = !changed.empty() && Tree::root() + changed == m_scenario.text;
+    return isTheOne && m_scenario.mayBeLeft(fileIn(state, changed));
+}
+
+Outcome Judge::outcomeOf(const Seen& seen, const FaultPoint& point) const {
+    const bool succeeded = seen.result == m_success.result;
+    if (succeeded && blocksAre(seen, m_success) && seen.state == m_success.state) {
+        return Outcome::Whole;
+    }
+    // What is only cut off or interrupted is carried on with.
+    const Manner manner = point.how().manner;
+    if (manner == Manner::Interrupted || manner == Manner::Short) return Outcome::Wrong;
+    const bool reported = isFailure(seen.result);
+    if (reported && blocksAre(seen, m_untouched) && seen.state == m_untouched.state) {
+        return Outcome::Nothing;
+    }
+    if ((m_scenario.allowed & Scenario::Parts) && (reported || succeeded) &&
+        (blocksAre(seen, m_untouched) || blocksAre(seen, m_success)) && filesAreWhole(seen.state)) {
+        return Outcome::Parts;
+    }
+    if ((m_scenario.allowed & Scenario::Message) && reported && filesAreWhole(seen.state)) {
+        return Outcome::Parts;
+    }
+    if ((m_scenario.allowed & Scenario::Torn) && (reported || succeeded) &&
+        manner == Manner::FillsUp) {
+        return Outcome::Torn;
+    }
+    if ((m_scenario.allowed & Scenario::Half) && reported && isTransfer(point) &&
+        oneFileIsHalf(seen.state)) {
+        return Outcome::Half;
+    }
+    return Outcome::Wrong;
+}
+
+std::string Judge::explain(const Seen& seen) const {
+    std::ostringstream text;
+    text << "result " << seen.result << " instead of " << m_success.result << "\n";
+    if (!blocksAre(seen, m_untouched)) text << "the blocks were written to\n";
+    for (const std::string& path : pathsIn(m_untouched.state, seen.state)) {
+        const std::string before = fileIn(m_untouched.state, path);
+        const std::string now = fileIn(seen.state, path);
+        if (now == before && seen.state.count(path) == m_untouched.state.count(path)) continue;
+        text << path << (seen.state.count(path) ? "" : " is gone;") << " was ["
+             << before.substr(0, 200) << "] is [" << now.substr(0, 200) << "]\n";
+    }
+    return text.str();
+}
+
+void noteForACrash(const std::string& text) {
+    static const bool s_told = [] {
+        struct sigaction action = {};
+        action.sa_handler = tellTheNote;
+        action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
+        for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGABRT}) {
+            sigaction(number, &action, nullptr);
+        }
+        return true;
+    }();
+    static_cast<void>(s_told);
+    std::snprintf(s_note, sizeof s_note, "ended by a signal: %s\n", text.c_str());
+}

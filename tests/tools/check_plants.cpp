@@ -1,0 +1,213 @@
+#include "tests/tools/check_plants.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "tests/support/temp_folder.h"
+#include "tests/support/tree.h"
+#include "tests/tools/check_plant_kit.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::vector<Plant> plantsOfFolders() {
+    return {
+        {"a missing folder", kOthers,
+         [] {
+             fs::remove_all(root("VekProjects/Default"));
+             return Found{"folder-missing VekProjects/Default"};
+         }},
+        {"a missing hub", kNothing,
+         [] {
+             fs::remove_all(root("VekHub"));
+             return Found{"folder-missing VekHub"};
+         }},
+        {"a missing folder of applications", kNothing,
+         [] {
+             writeFile(Tree::hub("Vek_Application.txt"), "Example\n");
+             fs::remove_all(root("VekApps"));
+             return Found{"folder-missing VekApps"};
+         }},
+        {"a file in place of a folder", kNothing,
+         [] {
+             fs::remove_all(root("VekProjects"));
+             writeFile(root("VekProjects"), "");
+             return Found{"not-a-folder VekProjects"};
+         }},
+        {"a loop in place of a folder", kNothing,
+         [] {
+             fs::remove_all(root("VekProjects"));
+             fs::create_symlink("VekProjects", root("VekProjects"));
+             return Found{"broken-link VekProjects"};
+         }},
+        modeOf("Closed", "", 0, "folder-unreadable"),
+        modeOf("Private", "", 0755, "folder-not-shared"),
+        modeOf("Sticky", "", 01777, "folder-sticky"),
+        {"a missing text file", kOthers,
+         [] {
+             fs::remove(Tree::hub("Vek_ObjectPath.txt"));
+             return Found{"file-missing VekHub/Vek_ObjectPath.txt"};
+         }},
+        {"a folder in place of a text file", kOthers,
+         [] {
+             addGoodApp("Folder");
+             makeShared(Tree::app("Folder", "Vek_InstallList.txt"));
+             return Found{"not-a-file VekApps/Folder/Vek_InstallList.txt"};
+         }},
+        {"a pipe in place of the object list", kNothing,
+         [] {
+             fs::remove(Tree::objectList());
+             EXPECT_EQ(mkfifo(Tree::objectList().c_str(), 0666), 0);
+             return Found{"not-a-file VekHub/Vek_ObjectList.txt"};
+         }},
+        {"a link that leads nowhere", kOthers,
+         [] {
+             fs::remove(Tree::app("Example", "Vek_InstallList.txt"));
+             fs::create_symlink("/no/where", Tree::app("Example", "Vek_InstallList.txt"));
+             return Found{"broken-link VekApps/Example/Vek_InstallList.txt"};
+         }},
+        {"the copy of an interrupted init", kOthers,
+         [] {
+             writeFile(Tree::app("Example", ".vek-init-12-3"), "#!/bi");
+             return Found{"left-over-file VekApps/Example/.vek-init-12-3"};
+         }},
+        {"a helper without a program", kOthers,
+         [] {
+             makeFolders(Tree::hub("VekLocateApp.app/Contents/MacOS"));
+             return Found{"broken-bundle VekHub/VekLocateApp.app"};
+         }},
+    };
+}
+
+std::vector<Plant> plantsOfFiles() {
+    return {
+        {"a descriptor that may not be read", kOthers,
+         [] {
+             addGoodApp("Unreadable");
+             setMode(Tree::app("Unreadable", "Vek_Info.txt"), 0);
+             return Found{"file-unreadable VekApps/Unreadable/Vek_Info.txt"};
+         }},
+        {"a selection that only one user may write", kOthers,
+         [] {
+             setMode(Tree::hub("Vek_ProjectPath.txt"), 0644);
+             return Found{"file-not-shared VekHub/Vek_ProjectPath.txt"};
+         }},
+        fileOf("Large", "Vek_InstallList.txt", std::string((16 << 20) + 1, ' '), "file-too-large"),
+        {"a selection that is too long", kNothing,
+         [] {
+             writeFile(Tree::hub("Vek_Application.txt"), std::string(4097, 'x'));
+             return Found{"file-too-large VekHub/Vek_Application.txt"};
+         }},
+        fileOf("Binary", "Vek_Config.txt", std::string("PATH = \0\1", 9), "not-text"),
+        fileOf("Utf16", "Vek_Info.txt", std::string("\xFF\xFEN\0A\0", 6), "not-text", kNothing),
+        fileOf("Marked", "Vek_Info.txt", "\xEF\xBB\xBFNAME \"x\"\n", "byte-order-mark:1", kNothing),
+    };
+}
+
+std::vector<Plant> plantsOfTheHub() {
+    return {
+        {"a selected application that is not there", kOthers,
+         [] {
+             writeFile(Tree::hub("Vek_Application.txt"), "Exampel\n");
+             return Found{"selected-app-missing VekHub/Vek_Application.txt:1"};
+         }},
+        {"a selected application with a blank behind it", kNothing,
+         [] {
+             writeFile(Tree::hub("Vek_Application.txt"), "Example \n");
+             return Found{"selected-app-missing VekHub/Vek_Application.txt:1"};
+         }},
+        {"a project folder that is not there", kNothing,
+         [] {
+             writeFile(Tree::hub("Vek_ProjectPath.txt"), "/no/such/folder\n");
+             return Found{"project-folder-missing VekHub/Vek_ProjectPath.txt:1"};
+         }},
+        {"two project folders", kNothing,
+         [] {
+             writeFile(Tree::hub("Vek_ProjectPath.txt"), "/tmp\r\n/usr\r\n");
+             return Found{"project-path-lines VekHub/Vek_ProjectPath.txt:2"};
+         }},
+        {"a relative project folder", kOthers,
+         [] {
+             writeFile(Tree::hub("Vek_ProjectPath.txt"), "VekProjects/Default");
+             return Found{"relative-path VekHub/Vek_ProjectPath.txt:1"};
+         }},
+        objectOf("an object without a file", "object-file-missing", "/no/such/object"),
+        objectOf("a relative object", "relative-path", "object"),
+        {"an object with its extension", kOthers,
+         [] {
+             const std::string object = Tree::root() + "/VekProjects/whole.VEK";
+             writeFile(object, "Vekb");
+             return Found{"object-has-extension VekHub/Vek_ObjectList.txt:" +
+                          appendLine(Tree::objectList(), object)};
+         }},
+        {"an object listed twice", kOthers,
+         [] {
+             const std::string object = Tree::root() + "/VekProjects/twice";
+             writeFile(object + ".vek", "Vekb");
+             appendLine(Tree::objectList(), object);
+             return Found{"object-listed-twice VekHub/Vek_ObjectList.txt:" +
+                          appendLine(Tree::objectList(), "\t" + object + " ")};
+         }},
+        {"an object whose file is empty", kOthers,
+         [] {
+             const std::string object = Tree::root() + "/VekProjects/empty";
+             writeFile(object + ".ma", "");
+             appendLine(Tree::objectList(), object);
+             return Found{"object-file-damaged VekProjects/empty.ma"};
+         }},
+        {"an object whose file is another one", kOthers,
+         [] {
+             const std::string object = Tree::root() + "/VekProjects/other";
+             writeFile(object + ".vek", "# OBJ");
+             appendLine(Tree::objectList(), object);
+             return Found{"object-file-damaged VekProjects/other.vek"};
+         }},
+        {"a folder in place of an object's file", kNothing,
+         [] {
+             const std::string object = Tree::root() + "/VekProjects/folder";
+             makeFolders(object + ".vek");
+             appendLine(Tree::objectList(), object);
+             return Found{"not-a-file VekProjects/folder.vek"};
+         }},
+    };
+}
+
+std::vector<Plant> plantsOfConfigurations() {
+    static const char config[] = "Vek_Config.txt";
+    return {
+        fileOf("NoEquals", config, "\nPATH \"/tmp\"\n", "config-without-equals:2", kNothing),
+        fileOf("Misspelt", config, "APP_UNLOCKED = TRUE\n", "misspelt-key:1", kNothing),
+        fileOf("Twice", config, "PATH = \"/bin/sh\"\r\nX = 1\r\npath = \"/x\"\r\n",
+               "duplicate-key:3", kNothing),
+        fileOf("Quote", config, "PATH = \"/tmp\n", "unpaired-quote:1", kNothing),
+        fileOf("Unlocked", config, "APPS_UNLOCKED = off\n", "unclear-switch:1", kNothing),
+        fileOf("Relative", config, "PATH = Relative.app\n", "relative-path:1", kNothing),
+        fileOf("Moved", config, "PATH = \"/Applications/Moved.app\"\n", "application-moved:1"),
+        fileOf("Elsewhere", "Vek_InstallList.txt", "/\n \n /no/such/place\n",
+               "installed-place-missing:3"),
+        fileOf("Failed", "Vek_InstallLog.txt", "No room.\n", "install-failed"),
+        {"a misspelt key of the hub", kOthers,
+         [] {
+             writeFile(Tree::hub(config), "MY_KEY = 1\nPAHT = \"/tmp\"\n");
+             return Found{"misspelt-key VekHub/Vek_Config.txt:2"};
+         }},
+    };
+}
+
+}  // namespace
+
+const std::vector<Plant>& plants() {
+    static const std::vector<Plant> all = [] {
+        std::vector<Plant> gathered;
+        for (const auto& some : {plantsOfFolders(), plantsOfFiles(), plantsOfTheHub(),
+                                 plantsOfConfigurations(), plantsOfApplications(),
+                                 plantsOfDescriptors(), plantsOfCommands(), plantsOfSwitches()}) {
+            gathered.insert(gathered.end(), some.begin(), some.end());
+        }
+        return gathered;
+    }();
+    return all;
+}

@@ -1,0 +1,269 @@
+// Checks trees in which all is well, and trees with planted mistakes.
+
+#include "tools/vek/tree_check.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <random>
+#include <set>
+#include <stdexcept>
+
+#include "tests/support/permissions.h"
+#include "tests/support/temp_folder.h"
+#include "tests/support/tree.h"
+#include "tests/tools/check_plants.h"
+#include "tests/tools/tree_snapshot.h"
+#include "tools/vek/tree_init.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Found = std::vector<std::string>;
+
+// A fresh tree, as vek init makes it. What may not be read cannot be read by root either.
+class TreeToCheck {
+public:
+    TreeToCheck() {
+        for (const char* folder : {"VekHub", "VekApps", "VekProjects"}) {
+            fs::remove_all(Tree::root() + "/" + folder);
+        }
+        EXPECT_EQ(chmod(Tree::root().c_str(), 0777), 0);
+        const TreeReport report = makeTree(Tree::root(), VEK_BUILD_DIR "/apps");
+        EXPECT_EQ(report.count(TreeStep::Outcome::Failed), 0u);
+    }
+    ~TreeToCheck() { EXPECT_EQ(std::system(("chmod -R u+rwX " + Tree::root()).c_str()), 0); }
+
+private:
+    const Tree m_tree;
+    const ObeyPermissions m_obey;
+};
+
+// As plants tell it.
+Found codesOf(const TreeState& state) {
+    Found all;
+    for (const Finding& finding : state.findings.all()) {
+        std::string path = finding.path.substr(Tree::root().size());
+        if (!path.empty()) path.erase(0, 1);
+        all.push_back(finding.kind->code + (" " + path) +
+                      (finding.line ? ":" + std::to_string(finding.line) : ""));
+    }
+    return all;
+}
+
+// A text of lines, of which a failed comparison shows those that differ.
+std::string inLines(Found found) {
+    std::sort(found.begin(), found.end());
+    std::string text;
+    for (const std::string& one : found) text += one + "\n";
+    return text;
+}
+
+const Finding& only(const TreeState& state) {
+    static const Finding none = {nullptr, "", 0, "", ""};
+    EXPECT_EQ(state.findings.all().size(), 1u);
+    return state.findings.all().empty() ? none : state.findings.all().front();
+}
+
+}  // namespace
+
+TEST(TreeCheck, FindsNothingInAFreshTree) {
+    const TreeToCheck tree;
+    const TreeState state = checkTree();
+    EXPECT_EQ(codesOf(state), Found());
+    EXPECT_NE(std::find(state.apps.begin(), state.apps.end(), "Example"), state.apps.end());
+    EXPECT_EQ(state.selected, "");
+    EXPECT_EQ(state.objects, 0u);
+}
+
+TEST(TreeCheck, FindsNothingInATreeThatIsUsedAsItShouldBe) {
+    const TreeToCheck tree;
+    addGoodApp("My App",
+               "// a comment: EXPORT_FLIP_X\n# one\n-- one\n; one\nEXPORT_SWITCH_YZ\n"
+               "IMPORT_SWITCH_YZ = true\r\nEXPORT_FLIP_Y:1\nimport_flip_y\t#T\nTAMPLATE \"\"\n"
+               "EXPORT_FLIP_Z No\nLOCATE_COMMAND \"edit.sh\"-v\"\"\nVEK_VERSION 1\n");
+    writeFile(Tree::app("My App", "Vek_Config.txt"),
+              "MINE : 1\nPATH=" + Tree::app("My App", "edit.sh") +
+                  "\nAPPS_UNLOCKED = True\nUNLOCKED = maybe\nPATH_OF_MINE = x\n");
+    ASSERT_EQ(chmod(Tree::app("My App", "Vek_Config.txt").c_str(), 0666), 0);
+    makeFolders(Tree::app("My App", "Helper.app/Contents/MacOS"));
+    writeFile(Tree::app("My App", "Helper.app/Contents/MacOS/applet"), "#!/bin/sh\n");
+    ASSERT_EQ(chmod(Tree::app("My App", "Helper.app/Contents/MacOS/applet").c_str(), 0755), 0);
+    writeFile(Tree::app("My App", "Vek_InstallLog.txt"), "");
+    makeFolders(Tree::root() + "/VekApps/.git");
+    writeFile(Tree::root() + "/VekApps/notes.txt", "mine");
+    writeFile(Tree::hub("Vek_Application.txt"), "MY APP\n");
+    writeFile(Tree::hub("Vek_ProjectPath.txt"), Tree::root() + "/VekProjects/Default\n");
+    writeFile(Tree::project("a.vek"), "Vekb");
+    writeFile(Tree::project("b.ma"), "//Maya");
+    writeFile(Tree::objectList(), "\n" + Tree::project("a") + "\r\n  " + Tree::project("b"));
+    const TreeState state = checkTree();
+    EXPECT_EQ(codesOf(state), Found());
+    EXPECT_EQ(state.selected, "My App");
+    EXPECT_EQ(state.objects, 2u);
+}
+
+TEST(TreeCheck, FindsEachMistakeAndNothingElse) {
+    for (const Plant& plant : plants()) {
+        const TreeToCheck tree;
+        const Found expected = plant.make();
+        EXPECT_EQ(inLines(codesOf(checkTree())), inLines(expected)) << plant.mistake;
+    }
+}
+
+TEST(TreeCheck, FindsAllMistakesOfATreeAndNothingElse) {
+    const TreeToCheck tree;
+    Found expected;
+    std::size_t planted = 0;
+    for (const Plant& plant : plants()) {
+        if (plant.with == Plant::With::Nothing) continue;
+        for (const std::string& found : plant.make()) expected.push_back(found);
+        ++planted;
+    }
+    EXPECT_GE(planted, 40u);
+    EXPECT_EQ(inLines(codesOf(checkTree())), inLines(expected));
+}
+
+TEST(TreeCheck, HasAPlantForEveryCode) {
+    std::set<std::string> planted = {"tree-missing"};  // a test of its own
+    for (const Plant& plant : plants()) {
+        const TreeToCheck tree;
+        for (const std::string& found : plant.make()) {
+            planted.insert(found.substr(0, found.find(' ')));
+        }
+    }
+    for (const FindingKind& kind : findingKinds()) {
+        EXPECT_EQ(planted.count(kind.code), 1u) << kind.code;
+    }
+}
+
+TEST(TreeCheck, FindsThatThereIsNoTree) {
+    if (std::string(getenv("VEK_VIEW")) != "private") GTEST_SKIP() << "the tree is shared here";
+    const TreeToCheck tree;
+    fs::remove_all(Tree::root());
+    const TreeState state = checkTree();
+    EXPECT_STREQ(only(state).kind->code, "tree-missing");
+    EXPECT_NE(only(state).advice.find("vek init"), std::string::npos);
+    writeFile(Tree::root(), "in the way");
+    EXPECT_EQ(codesOf(checkTree()), Found{"not-a-folder "});
+    fs::remove(Tree::root());
+    fs::create_symlink("Kelvaro", Tree::root());
+    EXPECT_EQ(codesOf(checkTree()), Found{"broken-link "});
+    fs::remove(Tree::root());
+    makeFolders(Tree::root());
+}
+
+TEST(TreeCheck, CannotLookAtATreeThatIsClosed) {
+    const TreeToCheck tree;
+    ASSERT_EQ(chmod(Tree::root().c_str(), 0), 0);
+    EXPECT_THROW(checkTree(), std::runtime_error);
+    ASSERT_EQ(chmod(Tree::root().c_str(), 0777), 0);
+}
+
+TEST(TreeCheck, ChangesNothing) {
+    const TreeToCheck tree;
+    for (const Plant& plant : plants()) {
+        const std::string mistake = plant.mistake;
+        if (mistake == "Closed" || mistake == "Large") continue;  // cannot be compared, or for long
+        if (plant.with == Plant::With::Others) plant.make();
+    }
+    const auto before = snapshotOf(Tree::root());
+    checkTree();
+    EXPECT_EQ(snapshotOf(Tree::root()), before);
+}
+
+TEST(TreeCheck, NamesTheKeyThatIsMeant) {
+    for (const auto& [line, advice] : std::map<std::string, std::string>{
+             {"EXPORT_FLIPX TRUE", "Write EXPORT_FLIP_X."},
+             {"exprot_flip_x TRUE", "Write EXPORT_FLIP_X."},
+             {"EXPORT FLIP X TRUE", "Write EXPORT_FLIP_X."},
+             {"EXPORT-SWITCH-YZ", "Write EXPORT_SWITCH_YZ."},
+             {"TEMPLATE x", "Write TAMPLATE."},
+             {"VERSION 1", "Write VEK_VERSION."},
+             {"EXPORT_FLIP_A 1", "Write EXPORT_FLIP_X, EXPORT_FLIP_Y or EXPORT_FLIP_Z."}}) {
+        const TreeToCheck tree;
+        addGoodApp("App", line + "\n");
+        EXPECT_EQ(only(checkTree()).advice, advice) << line;
+    }
+}
+
+TEST(TreeCheck, DoesNotFindWhatFollowsFromAMistake) {
+    for (const auto& [lines, found] :
+         std::map<std::string, std::string>{{"EXPORT_FLIPX 1\nIMPORT_FLIP_X 1\n", "misspelt-key"},
+                                            {"EXPORT_FLIP_X \"No\"\n", "unclear-switch"},
+                                            {"EXPORT_FLIP_X =\nIMPORT_FLIP_X 1\n", "empty-value"},
+                                            {"EXPORT_FLIP_XX 1\n", "key-run-on"}}) {
+        const TreeToCheck tree;
+        addGoodApp("App", lines);
+        EXPECT_STREQ(only(checkTree()).kind->code, found.c_str()) << lines;
+    }
+}
+
+TEST(TreeCheck, LooksAtTheSwitchesOfEachDirection) {
+    for (const auto& [lines, found] : std::map<std::string, Found>{
+             {"EXPORT_FLIP_X 1\nIMPORT_FLIP_X 1\nIMPORT_FLIP_Z 1\n",
+              {"mirrors-cancel:7", "round-trip-turns:7"}},
+             {"EXPORT_FLIP_X 1\nEXPORT_FLIP_Y 1\nEXPORT_FLIP_Z 1\nIMPORT_FLIP_X 1\n",
+              {"mirrors-without-need:7", "round-trip-turns:6", "round-trip-turns:7"}},
+             {"EXPORT_FLIP_X 1\nEXPORT_FLIP_NORMALS 1\nIMPORT_FLIP_NORMALS 1\n",
+              {"normals-turned-twice:6", "round-trip-turns:5"}},
+             {"IMPORT_SWITCH_YZ 1\nEXPORT_FLIP_NORMALS 1\nIMPORT_FLIP_NORMALS 1\n",
+              {"normals-turned-twice:7", "round-trip-turns:5"}},
+             {"EXPORT_FLIP_Y 1\nEXPORT_SWITCH_YZ 1\nIMPORT_FLIP_Y 1\nIMPORT_SWITCH_YZ 1\n", {}},
+             {"NORMAL_MAP_FLIP_X 1\nNORMAL_MAP_FLIP_Y 1\n", {}}}) {
+        const TreeToCheck tree;
+        addGoodApp("App", lines);
+        Found expected;
+        for (const std::string& one : found) {
+            const std::size_t colon = one.find(':');
+            expected.push_back(one.substr(0, colon) + " VekApps/App/Vek_Info.txt" +
+                               one.substr(colon));
+        }
+        EXPECT_EQ(inLines(codesOf(checkTree())), inLines(expected)) << lines;
+    }
+}
+
+TEST(TreeCheck, NamesTheFileAndTheApplicationThatAreMeant) {
+    const TreeToCheck tree;
+    writeFile(Tree::hub("Vek_Application.txt"), "Exmaple");
+    EXPECT_NE(only(checkTree()).advice.find("Write Example"), std::string::npos);
+    writeFile(Tree::hub("Vek_Application.txt"), "");
+    addGoodApp("App", "LOCATE_COMMAND \"inti.sh\"\n");
+    EXPECT_NE(only(checkTree()).advice.find("init.sh"), std::string::npos);
+}
+
+TEST(TreeCheck, LimitsWhatItSaysOfALongList) {
+    const TreeToCheck tree;
+    std::string list;
+    for (int i = 0; i < 1000; ++i) list += "/no/such/object" + std::to_string(i) + "\n";
+    writeFile(Tree::objectList(), list);
+    const TreeState state = checkTree();
+    EXPECT_EQ(state.findings.all().size(), 21u);
+    EXPECT_EQ(state.findings.all()[0].what, "So are 980 objects more.");
+    EXPECT_EQ(state.objects, 1000u);
+}
+
+TEST(TreeCheck, TakesAnyBytes) {
+    std::mt19937 random(7);
+    const TreeToCheck tree;
+    addGoodApp("App");
+    for (int round = 0; round < 300; ++round) {
+        std::string bytes(random() % 400, ' ');
+        const bool isText = round % 2 != 0;
+        for (char& byte : bytes) {
+            byte =
+                isText ? "AXPORT_FLIP= \":\n\r#/.sh"[random() % 23] : static_cast<char>(random());
+        }
+        for (const std::string& path :
+             {Tree::app("App", "Vek_Info.txt"), Tree::app("App", "Vek_Config.txt"),
+              Tree::app("App", "edit.sh"), Tree::objectList(), Tree::hub("Vek_Application.txt"),
+              Tree::hub("Vek_ProjectPath.txt"), Tree::app("App", "Vek_InstallList.txt")}) {
+            writeFile(path, bytes);
+        }
+        EXPECT_FALSE(checkTree().findings.all().empty());
+    }
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+// A descriptor line by line, as the bridge's own parser takes it, with what that one passes over.
+
+struct DescriptorKey {
+    enum class Kind { Text, Command, Version, Switch };
+    std::string name;
+    Kind kind;
+    unsigned int bit;  // of a switch, as in BXVekApp
+};
+
+const std::vector<DescriptorKey>& descriptorKeys();
+
+struct DescriptorLine {
+    int number = 0;
+    std::string word;                    // what stands where a key should; empty in a comment
+    const DescriptorKey* key = nullptr;  // the one that takes the line
+    std::vector<std::string> nearKeys;   // where none does
+    bool runsOn = false;                 // more letters follow the key
+    bool hasValue = false;               // false: separators alone, and the line does nothing
+    std::string value;                   // without enclosing quotes
+    std::string rawValue;
+};
+
+struct Descriptor {
+    struct Value {
+        std::string text;
+        std::string raw;
+        int line;
+    };
+
+    std::vector<DescriptorLine> lines;
+    std::map<std::string, Value> values;  // by key; of a key given twice the last one
+    unsigned int switches = 0;
+
+    // Empty where there is none.
+    std::string text(const std::string& key) const;
+    int lineOf(const std::string& key) const;  // 0 where there is none
+    // Whether a line has this key, with a value or without, or one that it is probably meant to be.
+    bool means(const std::string& key) const;
+    // Whether every line that is, or is meant to be, a switch says clearly what it wants.
+    bool hasClearSwitches() const;
+};
+
+Descriptor readDescriptor(const std::string& text);

@@ -1,0 +1,115 @@
+#include "tools/vek/finding.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <tuple>
+
+namespace {
+
+constexpr Severity kError = Severity::Error;
+constexpr Severity kWarning = Severity::Warning;
+
+const FindingKind& kindOf(const std::string& code) {
+    for (const FindingKind& kind : findingKinds()) {
+        if (code == kind.code) return kind;
+    }
+    throw std::logic_error("there is no finding " + code);
+}
+
+auto orderOf(const Finding& finding) {
+    return std::tie(finding.path, finding.line, finding.what);
+}
+
+}  // namespace
+
+const char* severityWord(Severity severity) {
+    return severity == Severity::Error ? "error" : "warning";
+}
+
+const std::vector<FindingKind>& findingKinds() {
+    static const std::vector<FindingKind> kinds = {
+        // The tree's folders and files.
+        {"tree-missing", kError, "There is no shared tree on this machine."},
+        {"folder-missing", kError, "A folder of the tree is not there."},
+        {"not-a-folder", kError, "Something else stands where a folder should be."},
+        {"folder-unreadable", kError, "A folder cannot be looked into."},
+        {"folder-not-shared", kWarning, "Not every user may use a folder."},
+        {"folder-sticky", kWarning, "Users cannot replace each other's files in a folder."},
+        {"file-missing", kWarning, "A text file of the hub is not there."},
+        {"not-a-file", kError, "Something else stands where a text file should be."},
+        {"broken-link", kError, "A link leads nowhere."},
+        {"file-unreadable", kError, "A file cannot be read."},
+        {"file-not-shared", kWarning, "Not every user may read, or write, a file."},
+        {"file-too-large", kError, "A text file is larger than what the bridge or a user expects."},
+        {"not-text", kError, "A text file holds something else than text."},
+        {"byte-order-mark", kError, "A text file begins with a mark that hides its first line."},
+        {"left-over-file", kWarning, "A copy that was interrupted lies about."},
+        {"broken-bundle", kError, "An application bundle holds no program that can be run."},
+        // The hub.
+        {"selected-app-missing", kError, "The selected application is not there."},
+        {"project-path-lines", kWarning, "The project path file has more than one line."},
+        {"project-folder-missing", kError, "The project folder is not there."},
+        {"relative-path", kError, "A path does not begin at the root."},
+        {"object-file-missing", kError, "The file of a listed object is not there."},
+        {"object-has-extension", kError, "An object is listed with the extension of its file."},
+        {"object-listed-twice", kWarning, "An object is listed twice."},
+        {"object-file-damaged", kError, "The file of a listed object is no exchange file."},
+        // Configuration files, of the hub and of applications.
+        {"config-without-equals", kError, "A line of a configuration file has no '='."},
+        {"misspelt-key", kError, "A key is not one, and looks much like one."},
+        {"duplicate-key", kWarning, "A key is given twice."},
+        {"unpaired-quote", kError, "A double quote has no partner."},
+        {"unclear-switch", kError, "A switch is neither clearly on nor clearly off."},
+        {"application-moved", kWarning, "An application is not where it was located."},
+        // Target applications.
+        {"no-application", kWarning, "There is no target application."},
+        {"too-many-applications", kError, "There are more target applications than are read."},
+        {"linked-application", kWarning, "An application's folder is a link."},
+        {"odd-application-name", kError,
+         "An application's folder has a name that breaks commands."},
+        {"same-id", kError, "Two applications' folders differ in letter case only."},
+        {"same-name", kWarning, "Two applications have the same NAME."},
+        {"installed-place-missing", kWarning, "A place it was installed to is not there."},
+        {"install-failed", kError, "The last installation failed."},
+        // Descriptors.
+        {"descriptor-missing", kWarning, "An application's folder has no descriptor."},
+        {"descriptor-empty", kError, "A descriptor says nothing."},
+        {"unknown-key", kWarning, "A line of a descriptor begins with no key."},
+        {"key-run-on", kError, "A word is read as the key that it begins with."},
+        {"empty-value", kWarning, "A key has no value."},
+        {"name-missing", kWarning, "A descriptor has no NAME."},
+        {"extension-missing", kError, "A descriptor has no EXTENSION."},
+        {"extension-without-dot", kError, "The EXTENSION does not begin with a dot."},
+        {"unknown-version", kWarning, "VEK_VERSION is not 1."},
+        {"command-missing", kError, "A descriptor lacks a command."},
+        // The commands of descriptors.
+        {"command-file-missing", kError, "A command names no file of the folder."},
+        {"blank-in-command", kError, "A blank became part of the name of a command's file."},
+        {"command-not-runnable", kError, "A command's file cannot be run by every user."},
+        {"script-line-ends", kError, "A script has the line ends of another system."},
+        {"interpreter-missing", kError, "The program that is to run a script is not there."},
+        {"blank-in-path", kError, "A program's path has a blank in it."},
+        // The switches of descriptors.
+        {"mirrors-cancel", kWarning, "Two flips cancel each other."},
+        {"mirrors-without-need", kWarning, "Three or four mirrors do what fewer do."},
+        {"round-trip-turns", kWarning, "What is done for export is not undone for import."},
+        {"normals-turned-twice", kWarning, "Normals are flipped besides being mirrored."},
+    };
+    return kinds;
+}
+
+void Findings::add(const char* code, const std::string& path, int line, const std::string& what,
+                   const std::string& advice) {
+    const Finding finding = {&kindOf(code), path, line, what, advice};
+    const auto at = std::lower_bound(
+        m_all.begin(), m_all.end(), finding,
+        [](const Finding& a, const Finding& b) { return orderOf(a) < orderOf(b); });
+    if (at != m_all.end() && at->kind == finding.kind && orderOf(*at) == orderOf(finding)) return;
+    m_all.insert(at, finding);
+}
+
+std::size_t Findings::count(Severity severity) const {
+    return static_cast<std::size_t>(
+        std::count_if(m_all.begin(), m_all.end(),
+                      [&](const Finding& finding) { return finding.kind->severity == severity; }));
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+// What can be found wrong with a shared tree. Codes are for scripts and stay as they are;
+// docs/checking-a-tree.md has a line for each.
+
+enum class Severity {
+    Error,    // the bridge cannot do something, or does it wrong
+    Warning,  // it works for some users or until something changes, or may not be meant
+};
+
+const char* severityWord(Severity severity);
+
+struct FindingKind {
+    const char* code;
+    Severity severity;
+    const char* meaning;
+};
+
+const std::vector<FindingKind>& findingKinds();
+
+struct Finding {
+    const FindingKind* kind;
+    std::string path;
+    int line;            // from 1; 0 where it is about the whole file or folder
+    std::string what;    // a sentence
+    std::string advice;  // a sentence that says what to do
+};
+
+class Findings {
+public:
+    // `code` is one of the table's. What was found already is not found again.
+    void add(const char* code, const std::string& path, int line, const std::string& what,
+             const std::string& advice);
+    // By path and line.
+    const std::vector<Finding>& all() const { return m_all; }
+    std::size_t count(Severity severity) const;
+
+private:
+    std::vector<Finding> m_all;
+};

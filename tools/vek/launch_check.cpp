@@ -1,0 +1,173 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "foundation/bx_string.h"
+#include "os/bx_file.h"
+#include "tools/vek/near_words.h"
+#include "tools/vek/shared_tree.h"
+#include "tools/vek/tree_checks.h"
+#include "tools/vek/tree_look.h"
+
+// The commands of a descriptor, as the bridge launches them: what stands before the first double
+// quote is the name of a file in the application's folder.
+
+namespace {
+
+using Kind = TreeLook::Kind;
+
+constexpr mode_t kReadable = 0444;
+constexpr mode_t kRunnable = 0555;
+
+bool endsWith(const std::string& text, const char* end) {
+    return BXString(text.c_str()).endsWith(end, true);
+}
+
+std::string withoutBlanksBehind(const std::string& text) {
+    return text.substr(0, text.find_last_not_of(" \t") + 1);
+}
+
+// The head of a program; a whole script as a rule.
+std::string headOf(const std::string& path) {
+    std::string head(1 << 16, '\0');
+    const BXFile file(path.c_str(), BXFile::Access::Read);
+    head.resize(file.isOpen() ? file.readAt(0, head.data(), head.size()) : 0);
+    return head;
+}
+
+class CommandCheck {
+public:
+    CommandCheck(Findings& findings, const std::string& path, const std::string& folder,
+                 const Descriptor& descriptor)
+        : m_findings(findings), m_path(path), m_folder(folder), m_descriptor(descriptor) {}
+
+    void check(const std::string& key) {
+        const std::string command = m_descriptor.text(key);
+        const std::string& raw = command.empty() ? command : m_descriptor.values.at(key).raw;
+        const bool isPaired = std::count(raw.begin(), raw.end(), '"') % 2 == 0;
+        if (command.empty() || !isPaired) return;  // found already
+        m_key = key;
+        const std::string name = command.substr(0, command.find('"'));
+        const std::string file = m_folder + "/" + name;
+        const Kind kind = lookAt(file).kind;
+        if (kind == Kind::Missing || name.empty()) {
+            findMissing(name, command);
+        } else if (kind == Kind::BrokenLink) {
+            m_findings.add("broken-link", file, 0, "This link leads nowhere.",
+                           "Make what it leads to, or put a file into its place.");
+        } else if (endsWith(name, ".app")) {
+            checkBundle(m_findings, file);
+        } else if (kind != Kind::File) {
+            findNotRunnable(file, "This is no file that could be run.",
+                            "Name a script, an executable or a bundle.");
+        } else {
+            checkProgram(file);
+        }
+    }
+
+private:
+    void findMissing(const std::string& name, const std::string& command) {
+        const std::string trimmed = withoutBlanksBehind(name);
+        const std::string firstWord = name.substr(0, name.find(' '));
+        const int line = m_descriptor.lineOf(m_key);
+        for (const std::string& file : {trimmed, firstWord}) {
+            if (file.empty() || file == name || !isThere(m_folder + "/" + file)) continue;
+            m_findings.add(
+                "blank-in-command", m_path, line,
+                fmt::format("The blank in \"{}\" counts as a part of the file's name.", command),
+                fmt::format("Write {} \"{}\"argument\"\", with no blank in front of the "
+                            "argument's quote.",
+                            m_key, file));
+            return;
+        }
+        const std::vector<std::string> near = nearWords(name, namesIn(m_folder));
+        m_findings.add("command-file-missing", m_path, line,
+                       fmt::format("{} names no file of this folder: \"{}\".", m_key, name),
+                       near.empty() ? "Put the file into this folder, or name one that is there."
+                                    : fmt::format("Write {}, which is there, if that is meant.",
+                                                  orList(near)));
+    }
+
+    void findNotRunnable(const std::string& file, const std::string& what,
+                         const std::string& advice) {
+        m_findings.add("command-not-runnable", file, 0, what, advice);
+    }
+
+    void checkProgram(const std::string& file) {
+        const bool isScript = endsWith(file, ".sh");
+        const mode_t wanted = isScript ? kReadable : kRunnable;
+        const mode_t mode = lookAt(file).mode;
+        if ((mode & wanted) != wanted) {
+            findNotRunnable(
+                file, fmt::format("Its mode is {}, so not every user can run it.", modeText(mode)),
+                isScript ? "Run chmod a+r on it." : "Run chmod a+rx on it.");
+            return;
+        }
+        const std::string head = headOf(file);
+        const bool hasInterpreter = head.rfind("#!", 0) == 0;
+        const std::string firstLine = head.substr(0, head.find('\n'));
+        if ((isScript || hasInterpreter) && firstLine.size() > 1 && firstLine.back() == '\r') {
+            m_findings.add("script-line-ends", file, 1,
+                           "Its lines end with a carriage return, which the shell takes for a part "
+                           "of each command.",
+                           "Save it again with Unix line ends.");
+        } else if (!isScript && hasInterpreter) {
+            checkInterpreter(file, firstLine);
+        }
+        if (!isScript && file.find_first_of(" \t") != file.npos) {
+            m_findings.add("blank-in-path", file, 0,
+                           "The path of an executable is not quoted, so the blank in it ends it.",
+                           "Rename the file or its folder, or start it from a script (.sh).");
+        }
+    }
+
+    void checkInterpreter(const std::string& file, const std::string& firstLine) {
+        const std::size_t begin = firstLine.find_first_not_of(" \t", 2);
+        if (begin == firstLine.npos) return;
+        const std::size_t end = firstLine.find_first_of(" \t", begin);
+        const std::string program =
+            firstLine.substr(begin, end == firstLine.npos ? end : end - begin);
+        if (isThere(program)) return;
+        m_findings.add("interpreter-missing", file, 1,
+                       fmt::format("{} is to run it, and is not on this machine.", program),
+                       "Install that program, or name one that is there in the first line.");
+    }
+
+    Findings& m_findings;
+    const std::string& m_path;
+    const std::string& m_folder;
+    const Descriptor& m_descriptor;
+    std::string m_key;
+};
+
+}  // namespace
+
+void checkCommands(Findings& findings, const std::string& path, const std::string& folder,
+                   const Descriptor& descriptor) {
+    CommandCheck check(findings, path, folder, descriptor);
+    for (const char* key : {"LOCATE_COMMAND", "INIT_COMMAND", "EDIT_COMMAND"}) check.check(key);
+}
+
+void checkBundle(Findings& findings, const std::string& bundle) {
+    const std::string programs = bundle + "/Contents/MacOS";
+    for (const std::string& name : namesIn(programs)) {
+        const TreeLook look = lookAt(programs + "/" + name);
+        if (look.kind == Kind::File && (look.mode & kRunnable) == kRunnable) return;
+    }
+    findings.add("broken-bundle", bundle, 0,
+                 "There is no program in its folder Contents/MacOS that every user can run.",
+                 "Put the whole bundle there again, with its permissions.");
+}
+
+void checkBundles(Findings& findings, const std::string& folder) {
+    for (const std::string& name : namesIn(folder)) {
+        if (!endsWith(name, ".app")) continue;
+        const std::string bundle = folder + "/" + name;
+        if (lookAt(bundle).kind == Kind::BrokenLink) {
+            findings.add("broken-link", bundle, 0, "This link leads nowhere.",
+                         "Make what it leads to, or put a bundle into its place.");
+        } else {
+            checkBundle(findings, bundle);
+        }
+    }
+}

@@ -1,0 +1,137 @@
+#include "tools/vek/tree_check.h"
+
+#include <fmt/format.h>
+
+#include <map>
+#include <stdexcept>
+
+#include "bridge/bx_vek.h"
+#include "tools/vek/near_words.h"
+#include "tools/vek/shared_tree.h"
+#include "tools/vek/tree_checks.h"
+#include "tools/vek/tree_look.h"
+
+namespace {
+
+using Kind = TreeLook::Kind;
+
+constexpr std::size_t kMostApps = 32;  // the bridge's own limit
+
+// Whether there is a tree to look at.
+bool checkRoot(Findings& findings, const std::string& root) {
+    const TreeLook look = lookAt(root);
+    if (look.kind == Kind::Missing) {
+        findings.add("tree-missing", root, 0, "There is no shared tree here.",
+                     "Run vek init, as an administrator (sudo) where that is needed.");
+        return false;
+    }
+    const bool isFolder = look.kind == Kind::Folder;
+    if (look.kind == Kind::Hidden || (isFolder && !canLookInto(root))) {
+        throw std::runtime_error(fmt::format(
+            "{} is closed to this user. Run vek check as an administrator (sudo).", root));
+    }
+    return checkFolder(findings, root);
+}
+
+// Every user has to get through the folders that lead to the tree.
+void checkWayTo(Findings& findings, const std::string& root) {
+    constexpr mode_t kPassable = 0111;
+    for (std::size_t end = root.rfind('/'); end > 0; end = root.rfind('/', end - 1)) {
+        const std::string folder = root.substr(0, end);
+        const TreeLook look = lookAt(folder);
+        if (look.kind != Kind::Folder || (look.mode & kPassable) == kPassable) continue;
+        findings.add("folder-not-shared", folder, 0,
+                     fmt::format("Its mode is {}, so not every user gets through to the tree.",
+                                 modeText(look.mode)),
+                     fmt::format("Run: chmod a+x {}", folder));
+    }
+}
+
+void checkHub(TreeState& state, const std::vector<CheckedApp>& apps) {
+    Findings& findings = state.findings;
+    const std::string hub = BXVek::s_VekHubFolder.c_str();
+    if (!checkFolder(findings, hub)) return;
+    for (const std::string& name : hubFiles()) {
+        if (lookAt(hub + "/" + name).kind != Kind::Missing) continue;
+        findings.add("file-missing", hub + "/" + name, 0, "This text file is not there.",
+                     "Run vek init, which makes it with the permissions that it needs.");
+    }
+    const bool areAppsKnown = lookAt(BXVek::s_VekAppsFolder.c_str()).kind == Kind::Folder;
+    if (areAppsKnown) state.selected = checkSelectedApp(findings, apps);
+    checkProjectPath(findings);
+    state.objects = checkObjectList(findings, apps);
+    std::string ignored;
+    readText(findings, BXVek::getObjectPathFile().c_str(), kSharedFileMode, kLargestText, ignored);
+    checkHubConfig(findings, hub + "/" + kConfigName);
+    checkBundles(findings, hub);
+}
+
+void checkTogether(Findings& findings, const std::vector<CheckedApp>& apps) {
+    std::map<std::string, std::string> ids;    // by the id in upper case
+    std::map<std::string, std::string> names;  // the id of the first application of a name
+    for (const CheckedApp& app : apps) {
+        const std::string folder = BXVek::getAppFolder(app.id.c_str()).c_str();
+        const auto [sameId, isNewId] = ids.emplace(inUpperCase(app.id), app.id);
+        if (!isNewId) {
+            findings.add("same-id", folder, 0,
+                         fmt::format("Letter case does not count, so this and {} are one id.",
+                                     sameId->second),
+                         "Rename one of the two folders.");
+            continue;
+        }
+        if (app.name.empty()) continue;
+        const auto [sameName, isNewName] = names.emplace(app.name, app.id);
+        if (isNewName) continue;
+        findings.add("same-name", folder + "/" + kDescriptorName, 0,
+                     fmt::format("{} has the NAME \"{}\" too, so users cannot tell them apart.",
+                                 sameName->second, app.name),
+                     "Give one of the two another NAME.");
+    }
+}
+
+std::vector<CheckedApp> checkApps(Findings& findings) {
+    const std::string parent = BXVek::s_VekAppsFolder.c_str();
+    std::vector<CheckedApp> apps;
+    if (!checkFolder(findings, parent)) return apps;
+    std::vector<std::string> folders;
+    for (const std::string& name : namesIn(parent, &folders)) {
+        const std::string path = parent + "/" + name;
+        CheckedApp app;
+        if (contains(folders, name)) {
+            const bool isHidden = name[0] == '.' && !isThere(path + "/" + kDescriptorName);
+            if (!isHidden && checkApp(findings, name, app)) apps.push_back(app);
+        } else if (isThere(path + "/" + kDescriptorName)) {
+            findings.add("linked-application", path, 0,
+                         "This is a link to an application's folder; the bridge passes links over.",
+                         "Put the folder itself there.");
+        }
+    }
+    checkTogether(findings, apps);
+    if (apps.size() > kMostApps) {
+        findings.add("too-many-applications", parent, 0,
+                     fmt::format("The bridge takes {} applications of these {}, in no order that "
+                                 "can be relied on.",
+                                 kMostApps, apps.size()),
+                     "Move those that are not used to another place.");
+    } else if (apps.empty()) {
+        findings.add("no-application", parent, 0, "There is no target application.",
+                     "Run vek init, which brings those that ship with the bridge.");
+    }
+    return apps;
+}
+
+}  // namespace
+
+TreeState checkTree() {
+    TreeState state;
+    const std::string root = BXVek::s_publicFolder.c_str();
+    checkWayTo(state.findings, root);
+    if (!checkRoot(state.findings, root)) return state;
+    const std::vector<CheckedApp> apps = checkApps(state.findings);
+    for (const CheckedApp& app : apps) state.apps.push_back(app.id);
+    checkHub(state, apps);
+    if (checkFolder(state.findings, BXVek::s_VekProjectsFolder.c_str())) {
+        checkFolder(state.findings, BXVek::s_VekDefaultProjectFolder.c_str());
+    }
+    return state;
+}
