@@ -5,13 +5,14 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 # As it is written, whatever characters the path has.
 override export MESH := $(value MESH)
 
-.PHONY: help setup macos-headers build test demo bench package format clean
+.PHONY: help setup macos-headers build test coverage demo bench package format clean
 
 help:
 	@echo "make demo    a mesh goes to another application and back; MESH=path.obj takes your own,"
 	@echo "             APP=Blender takes the real Blender, with ten objects and a picture"
 	@echo "make test    builds and runs the tests: 64-bit, 32-bit, and under sanitizers"
 	@echo "make build   builds build/release/libVek.so and the tool build/release/bin/vek"
+	@echo "make coverage  shows how much of the library its tests run, a folder a line"
 	@echo "make bench   measures, side by side with floors and peers"
 	@echo "make package leaves a .deb in build/, on a Mac a .zip"
 	@echo "make format  formats the sources"
@@ -55,6 +56,14 @@ bench: setup
 	@cmake --preset bench >/dev/null
 	@cmake --build --preset bench -j $(JOBS)
 	@scripts/private-view bench/run build/bench
+
+coverage: setup
+	@scripts/install-packages packages-coverage.txt
+	@cmake --preset coverage >/dev/null
+	@cmake --build --preset coverage -j $(JOBS)
+	@find build/coverage -name '*.gcda' -delete
+	@ctest --preset coverage -j $(JOBS)
+	@scripts/coverage-table build/coverage --missing
 
 package: PACKAGE = $(if $(filter Darwin,$(shell uname)),macos-package,package)
 package: setup

@@ -41,6 +41,13 @@ if(VEK_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+if(VEK_COVERAGE)
+    add_compile_options(--coverage -fprofile-abs-path)
+    add_link_options(--coverage)
+    # In the strict dialect GCC does not count what a child runs before it executes a program.
+    set(CMAKE_CXX_EXTENSIONS ON)
+endif()
+
 if(VEK_SANITIZE)
     add_compile_options(-O1 -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)

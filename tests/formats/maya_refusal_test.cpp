@@ -155,6 +155,8 @@ TEST_F(MayaRefusal, OfAMissingSemicolon) {
     expectRefused("\tsetAttr \".uvst[0].uvsp[0:0]\" -type \"float2\" 0 0");
     expectRefused("\tsetAttr \".uvst[0].uvsp[0:0]\" -type \"float2\" 0 0\n// End of x\n");
     expectRefused("\tsetAttr -s 0 \".fc\"");
+    expectRefused(squareEdges() + "\tsetAttr \".fc[0:0]\" -type \"polyFaces\" f 3 0 1 2");
+    expectRefused(squareEdges() + "\tsetAttr \".fc[0:0]\" -type \"polyFaces\" f 3 0 1 2\n");
     expectRefused("\tsetAttr -s 0 \".fc\"\n\tsetAttr \".x\" 1;\n");
     EXPECT_TRUE(mergeRefuses("\tsetAttr \".ed[0:0]\" 0 1 0\n\tsetAttr \".x\" 1;\n"));
 }
