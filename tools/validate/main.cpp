@@ -3,6 +3,7 @@
 #include <stdlib.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -82,7 +83,8 @@ std::string obstacle(const std::string& library) {
     }
     if (!fs::is_regular_file(library)) return "there is no file " + library;
     const int bits = bitsOf(library), own = sizeof(void*) * 8;
-    if (bits != 0 && bits != own) {
+    if (bits == 0) return library + " is no library";
+    if (bits != own) {
         return library + " is built for " + std::to_string(bits) +
                " bits: it takes the vek-validate of a build for " + std::to_string(bits) + " bits";
     }

@@ -56,17 +56,24 @@ void forEachExport(Visit visit) {
     }
 }
 
-// For each export that the library has: makes the tree, loads the library, prepares it, and calls
-// `visit` with the session and the export.
+// For each of them that `takes` takes and the library has: makes the tree, loads the library,
+// prepares it, and calls `visit` with the session and the export.
 using StatedResult = float StatedCall::*;
-template <class MakeTree, class Visit>
-void forEachPrepared(const Settings& settings, Report& report, MakeTree makeTree, Visit visit) {
+template <class MakeTree, class Takes, class Visit>
+void forEachPrepared(const Settings& settings, Report& report, MakeTree makeTree, Takes takes,
+                     Visit visit) {
     forEachExport([&](const StatedCall& call) {
+        if (!takes(call)) return;
         makeTree();
         Session session(settings, report);
         session.prepare();
         if (session.has(call)) visit(session, call);
     });
+}
+template <class MakeTree, class Visit>
+void forEachPrepared(const Settings& settings, Report& report, MakeTree makeTree, Visit visit) {
+    forEachPrepared(
+        settings, report, makeTree, [](const StatedCall&) { return true; }, visit);
 }
 
 std::string asText(float number);

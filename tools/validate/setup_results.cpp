@@ -41,9 +41,11 @@ void expectCounts(Session& session) {
 }  // namespace
 
 void expectOrdinary(const Settings& settings, Report& report, const std::string& group) {
-    forEachPrepared(settings, report, tree::make, [&](Session& session, const StatedCall& call) {
-        if (entryOf(call).group == group) session.expect(call.ordinary, call, Arguments(call), "");
-    });
+    const auto isOfGroup = [&](const StatedCall& call) { return entryOf(call).group == group; };
+    forEachPrepared(settings, report, tree::make, isOfGroup,
+                    [](Session& session, const StatedCall& call) {
+                        session.expect(call.ordinary, call, Arguments(call), "");
+                    });
 }
 
 void checkSetupResults(const Settings& settings, Report& report) {

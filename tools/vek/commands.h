@@ -29,3 +29,6 @@ int showSceneInfo(const std::string& path, bool json);
 
 // Of the windows that a JSON file describes; see window_description.h.
 int showTree(const std::string& path);
+
+// Goes over into the program vek-validate, which lies beside this one, with these words.
+int validate(const std::vector<std::string>& words);

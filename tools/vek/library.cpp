@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "tools/vek/program_folder.h"
+
 Library::Library(const std::string& path)
     : m_path(std::filesystem::absolute(path).string()),
       m_handle(dlopen(m_path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
@@ -17,9 +19,7 @@ Library::~Library() {
 }
 
 std::string Library::defaultPath() {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (program.parent_path().parent_path() / "libVek.so").string();
+    return (programFolder().parent_path() / "libVek.so").string();
 }
 
 VekExport Library::find(const std::string& name) const {

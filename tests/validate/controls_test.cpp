@@ -1,0 +1,139 @@
+// Each check finds what it is for, and no other check does: on a library that is wrong in one way
+// exactly the check of that name fails. docs/validating-a-library.md lists both.
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+
+#include "tests/support/locale.h"
+#include "tests/support/temp_folder.h"
+#include "tests/validate/validator.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::string kSources = VEK_SOURCE_DIR "/tests/validate/controls";
+
+// What these are for does not show as a check that fails.
+const std::set<std::string> kOthers = {"near_names_other", "time_limit"};
+
+std::vector<std::string> controls() {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(kSources)) {
+        const std::string name = entry.path().stem().string();
+        if (entry.path().extension() == ".cpp" && !kOthers.count(name)) names.push_back(name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// A control bears the name of its check; a further control of the same check has a suffix.
+std::string checkOf(const std::string& control) {
+    if (control == "symbols_missing") return "symbols";
+    std::string name = control;
+    std::replace(name.begin(), name.end(), '_', '-');
+    return name;
+}
+
+class Control : public testing::TestWithParam<std::string> {
+protected:
+    static void SetUpTestSuite() { const CommaLocale made; }
+};
+
+}  // namespace
+
+TEST(Controls, ThereIsOneForEachCheck) {
+    std::set<std::string> checked;
+    for (const std::string& control : controls()) checked.insert(checkOf(control));
+    EXPECT_EQ(checked, listedChecks());
+}
+
+TEST(Controls, StandWithTheirChecksInTheDocument) {
+    const std::string text = readFile(VEK_SOURCE_DIR "/docs/validating-a-library.md");
+    const std::regex row("\\| `([a-z-]+)` \\| [^|]+ \\| `([a-z_]+)`: [^|]+ \\|");
+    std::set<std::string> checks, named;
+    for (std::sregex_iterator it(text.begin(), text.end(), row), end; it != end; ++it) {
+        checks.insert((*it)[1]);
+        EXPECT_TRUE(named.insert((*it)[2]).second) << (*it)[2] << " stands twice";
+        EXPECT_EQ(checkOf((*it)[2]), (*it)[1]);
+    }
+    const auto all = controls();
+    EXPECT_EQ(checks, listedChecks());
+    EXPECT_EQ(named, std::set<std::string>(all.begin(), all.end()));
+}
+
+#ifdef VEK_HAS_CONTROLS
+
+TEST_P(Control, FailsItsCheckAlone) {
+    int status = 0;
+    const auto result = validatedAsJson(VEK_CONTROLS "/" + GetParam() + ".so", "", status);
+    ASSERT_TRUE(result.is_object());
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(checksThat("failed", result), std::set<std::string>{checkOf(GetParam())})
+        << result.dump(2);
+    EXPECT_EQ(checksThat("passed", result).size() + 1, listedChecks().size());
+    EXPECT_EQ(result["verdict"], "failed");
+}
+
+INSTANTIATE_TEST_SUITE_P(Validate, Control, testing::ValuesIn(controls()),
+                         [](const auto& control) { return control.param; });
+
+TEST(Controls, HaveTheSignalThatEndedTheCheckNamed) {
+    int status = 0;
+    const auto result = validatedAsJson(VEK_CONTROLS "/nulls.so", "--only nulls", status);
+    ASSERT_EQ(result["checks"].size(), 1u);
+    EXPECT_EQ(result["checks"][0]["signal"], "SIGSEGV");
+    const std::string finding = result["checks"][0]["findings"].back();
+    EXPECT_NE(finding.find("in FindVekApp null"), std::string::npos) << finding;
+}
+
+TEST(Controls, AreEndedAtTheTimeLimitWithAllThatTheyStarted) {
+    const TempFolder folder;
+    const std::string idFile = folder / "id";
+    setenv("VEK_STARTED", idFile.c_str(), 1);
+    int status = 0;
+    const auto result = validatedAsJson(VEK_CONTROLS "/time_limit.so",
+                                        "--only results-setup --time-limit 1", status);
+    EXPECT_EQ(status, 1);
+    ASSERT_EQ(result["checks"].size(), 1u);
+    const std::string finding = result["checks"][0]["findings"].back();
+    EXPECT_EQ(finding, "it was not over after 1 s in VekSetExportScale 2.5");
+    const int started = std::stoi("0" + readFile(idFile));
+    EXPECT_GT(started, 1);
+    // Once it was ended it is nobody's, and gone when it was waited for.
+    bool isThere = true;
+    for (int i = 0; i < 200 && isThere; ++i) {
+        const std::string state = readFile("/proc/" + std::to_string(started) + "/stat");
+        isThere = !state.empty() && state.find(") Z ") == std::string::npos;
+        if (isThere) usleep(10000);
+    }
+    EXPECT_FALSE(isThere) << "process " << started << " still runs";
+}
+
+TEST(Controls, CanBeSeenFailingAgainByTheSeed) {
+    int status = 0;
+    const auto result =
+        validatedAsJson(VEK_CONTROLS "/random.so", "--only random --seed 100", status);
+    ASSERT_EQ(result["checks"].size(), 1u);
+    const std::string finding = result["checks"][0]["findings"].back();
+    std::smatch seed;
+    ASSERT_TRUE(std::regex_search(finding, seed, std::regex("in the sequence ([0-9]+)")))
+        << finding;
+    const std::string again =
+        validated(VEK_CONTROLS "/random.so", "--reproduce " + seed[1].str(), status);
+    EXPECT_EQ(status, 1);
+    EXPECT_NE(again.find("ended by SIGABRT in call "), std::string::npos) << again;
+    // The last call that is told is the one that it was.
+    std::smatch call;
+    ASSERT_TRUE(std::regex_search(finding, call, std::regex("in call (.*) in the sequence")));
+    EXPECT_NE(again.find("\n" + call[1].str() + "\nfailed "), std::string::npos) << again;
+}
+
+#else
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Control);
+#endif
