@@ -36,10 +36,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The variable can be set by mistake: a folder of somebody's is on no disk in memory.
+// The variable can be set by mistake: a folder of somebody's is on no disk in memory. A tree that
+// is there already is the caller's.
 bool isPrivateAlready() {
     struct statfs status;
-    return saysView("private") && statfs("/Users", &status) == 0 && status.f_type == TMPFS_MAGIC;
+    return saysView("private") && !tree::isThere(tree::kRoot) && statfs("/Users", &status) == 0 &&
+           status.f_type == TMPFS_MAGIC;
 }
 
 bool writeText(const char* path, const std::string& text) {
@@ -167,9 +169,8 @@ void enterByBwrap(char** arguments) {
 }  // namespace
 
 View enterView(char** arguments, std::string& why) {
-    if (isPrivateAlready()) return View::Private;
+    if (enterOwnView() || isPrivateAlready()) return View::Private;
     if (isMarkedTree()) return View::Marked;
-    if (enterOwnView()) return View::Private;
     // What bwrap started has no second try.
     if (!saysView("private")) enterByBwrap(arguments);
     why =
