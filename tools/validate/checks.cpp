@@ -13,7 +13,7 @@ const std::vector<Check>& allChecks() {
         {"nulls", "every export takes null for every pointer", checkNulls},
         {"empties", "every export takes the empty text for every text", checkEmpties},
         {"long-texts", "every export takes texts of 100,000 characters", checkLongTexts},
-        {"guard-pages", "no export reads past either end of a text or a number", checkGuardPages},
+        {"guard-pages", "no export leaves a text or a block past either end", checkGuardPages},
         {"unused-arguments", "no export looks at an argument that it does not use",
          checkUnusedArguments},
         {"numbers", "every export takes NaN, infinities and huge numbers", checkNumbers},

@@ -8,22 +8,33 @@ namespace {
 
 const std::string kMesh = tree::project("mesh.vek");
 
-std::vector<float> withXTurned(std::vector<float> vertices) {
-    for (std::size_t i = 0; i < vertices.size(); i += 3) vertices[i] = -vertices[i];
+// The vertices of the sample, mirrored along x at this place.
+std::vector<float> mirroredAt(float x) {
+    std::vector<float> vertices = tree::verticesOf(tree::exchangeFile());
+    for (std::size_t i = 0; i < vertices.size(); i += 3) vertices[i] = 2.0f * x - vertices[i];
     return vertices;
 }
 
-// Each of the two mirrors along x.
+void expectMirrored(Session& session, const char* name, const std::string& path, float x) {
+    tree::write(path, tree::exchangeFile());
+    session.expect(0.0f, name, path);
+    session.expectThat(
+        tree::verticesOf(tree::read(path)) == mirroredAt(x),
+        std::string(name) + " did not mirror the vertices of " + path + " at " + asText(x));
+}
+
+// Each of the two mirrors along x, and keeps the point at scale * offset in its place.
 void expectTurning(Session& session) {
     for (const char* name : {"VekPostExport", "VekPreImport"}) {
-        for (const std::string& path : {kMesh, tree::project("UPPER.VEK")}) {
-            tree::write(path, tree::exchangeFile());
-            session.expect(0.0f, name, path);
-            session.expectThat(tree::verticesOf(tree::read(path)) ==
-                                   withXTurned(tree::verticesOf(tree::exchangeFile())),
-                               std::string(name) + " did not mirror the vertices of " + path);
-        }
+        expectMirrored(session, name, kMesh, 0.0f);
+        expectMirrored(session, name, tree::project("UPPER.VEK"), 0.0f);
     }
+    session.expect(0.0f, "VekSetExportScale", "", 2.0);
+    session.expect(0.0f, "VekSetExportOffsetX", "", 3.0);
+    session.expect(0.0f, "VekSetExportOffsetY", "", 5.0);
+    session.expect(0.0f, "VekSetExportOffsetZ", "", 7.0);
+    expectMirrored(session, "VekPostExport", kMesh, 6.0f);
+    expectMirrored(session, "VekPreImport", kMesh, 6.0f);
 }
 
 void expectRefusing(Session& session, const std::string& name, const std::string& bytes) {

@@ -21,6 +21,13 @@ void expectTheSame(const Settings& settings, Report& report, TakeState takeState
     compare("unloading");
 }
 
+// The two data symbols; one that is missing is said by the check of the symbols.
+bool areDataZero(const Library& library) {
+    const auto* const start = static_cast<const timeval*>(library.symbol("s_startTimeVal"));
+    const auto* const table = static_cast<void* const*>(library.symbol("s_table2"));
+    return (!start || (start->tv_sec == 0 && start->tv_usec == 0)) && (!table || !*table);
+}
+
 }  // namespace
 
 void checkLoadFiles(const Settings& settings, Report& report) {
@@ -60,6 +67,8 @@ void checkReload(const Settings& settings, Report& report) {
             HostBlock before = HostBlock::out(), after = HostBlock::out();
             session.call("GetVekObjectPath", "", 0.0, before.data());
             session.expectThat(before.isUntouched(), which + " has the object list of another one");
+            session.expectThat(areDataZero(session.library()),
+                               which + " does not begin with zero in its data symbols");
             session.expect(2.0f, "ReadVekObjectList");
             session.call("GetVekObjectPath", "", 0.0, after.data());
             session.expectText(after, tree::project("mesh"));

@@ -16,16 +16,33 @@ void expectOfChanged(const Settings& settings, Report& report, const char* when,
     });
 }
 
-// Puts what the export only reads where `place` says.
+// The bytes that a host has to have in a block: of a text out, a path's.
+std::size_t sizeOf(BlockKind kind, const char* block) {
+    switch (kind) {
+        case BlockKind::IN_TEXT:
+            return std::strlen(block) + 1;
+        case BlockKind::OUT_TEXT:
+        case BlockKind::OUT_SIZED_TEXT:
+            return 4096;
+        case BlockKind::OUT_IO_PREFS:
+            return 12;
+        default:
+            return 4;
+    }
+}
+
+// Puts the text and the blocks where `place` says.
 template <class Place>
-void placeInputs(Arguments& arguments, const ExportEntry& entry, Place place) {
+void placeAll(Arguments& arguments, const ExportEntry& entry, Place place) {
     if (arguments.text) arguments.text = place(arguments.text, std::strlen(arguments.text) + 1);
-    const auto placeBlock = [&](BlockKind kind, char*& block) {
-        if (!isInput(kind)) return;
-        block = place(block, kind == BlockKind::IN_TEXT ? std::strlen(block) + 1 : 4);
+    const auto placeBlock = [&](BlockKind kind, char*& block, int& size) {
+        if (kind == BlockKind::NONE) return;
+        const std::size_t count = sizeOf(kind, block);
+        block = place(block, count);
+        size = static_cast<int>(count);
     };
-    placeBlock(entry.block1, arguments.block1);
-    placeBlock(entry.block2, arguments.block2);
+    placeBlock(entry.block1, arguments.block1, arguments.size1);
+    placeBlock(entry.block2, arguments.block2, arguments.size2);
 }
 
 }  // namespace
@@ -71,15 +88,15 @@ void checkGuardPages(const Settings& settings, Report& report) {
     const auto atBegin = [&](const char* bytes, std::size_t count) {
         return memory.putAtBegin(bytes, count);
     };
-    expectOfChanged(settings, report, "with inputs that end with a page", &StatedCall::ordinary,
+    expectOfChanged(settings, report, "with blocks that end with a page", &StatedCall::ordinary,
                     [&](Arguments& arguments, const ExportEntry& entry) {
                         memory.clear();
-                        placeInputs(arguments, entry, atEnd);
+                        placeAll(arguments, entry, atEnd);
                     });
-    expectOfChanged(settings, report, "with inputs that begin with a page", &StatedCall::ordinary,
+    expectOfChanged(settings, report, "with blocks that begin with a page", &StatedCall::ordinary,
                     [&](Arguments& arguments, const ExportEntry& entry) {
                         memory.clear();
-                        placeInputs(arguments, entry, atBegin);
+                        placeAll(arguments, entry, atBegin);
                     });
 }
 
