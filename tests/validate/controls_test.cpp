@@ -98,11 +98,11 @@ TEST(Controls, AreEndedAtTheTimeLimitWithAllThatTheyStarted) {
     setenv("VEK_STARTED", idFile.c_str(), 1);
     int status = 0;
     const auto result = validatedAsJson(VEK_CONTROLS "/time_limit.so",
-                                        "--only results-setup --time-limit 1", status);
+                                        "--only results-setup --time-limit 3", status);
     EXPECT_EQ(status, 1);
     ASSERT_EQ(result["checks"].size(), 1u);
     const std::string finding = result["checks"][0]["findings"].back();
-    EXPECT_EQ(finding, "it was not over after 1 s in VekSetExportScale 2.5");
+    EXPECT_EQ(finding, "it was not over after 3 s in VekSetExportScale 2.5");
     const int started = std::stoi("0" + readFile(idFile));
     EXPECT_GT(started, 1);
     // Once it was ended it is nobody's, and gone when it was waited for.

@@ -11,7 +11,7 @@ struct Settings {
     std::string scratch;  // a folder of the run's own
     std::uint64_t seed = 1;
     bool reproduces = false;  // the sequence of `seed` alone, every call told
-    int timeLimit = 20;       // seconds for each check
+    int timeLimit = 60;       // seconds for each check
 };
 
 // One way in which a library can be wrong. `run` is called in a process of its own, in the folder

@@ -2,4 +2,4 @@
 extern "C" float GetVekAppTemplate();
 
 // So that the other library is needed.
-float (*const s_needed)() = GetVekAppTemplate;
+float (*volatile s_needed)() = GetVekAppTemplate;
