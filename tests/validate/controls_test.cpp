@@ -2,11 +2,13 @@
 // exactly the check of that name fails. docs/validating-a-library.md lists both.
 
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <stdlib.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <regex>
 
 #include "tests/support/locale.h"
@@ -92,27 +94,64 @@ TEST(Controls, HaveTheSignalThatEndedTheCheckNamed) {
     EXPECT_NE(finding.find("in FindVekApp null"), std::string::npos) << finding;
 }
 
-TEST(Controls, AreEndedAtTheTimeLimitWithAllThatTheyStarted) {
-    const TempFolder folder;
-    const std::string idFile = folder / "id";
-    setenv("VEK_STARTED", idFile.c_str(), 1);
+// A control that starts a program and waits for it, and leaves the program's id in a file.
+class WaitingControl : public testing::Test {
+protected:
+    WaitingControl() { setenv("VEK_STARTED", m_idFile.c_str(), 1); }
+    ~WaitingControl() override { unsetenv("VEK_STARTED"); }
+
+    // Whether the program was started and is gone, at once or soon.
+    bool startedProgramIsGone() const {
+        const int id = std::stoi("0" + readFile(m_idFile));
+        EXPECT_GT(id, 1);
+        for (int i = 0; i < 500; ++i) {
+            // Once it was ended it may be there until it was waited for.
+            const std::string state = readIfThere("/proc/" + std::to_string(id) + "/stat");
+            if (state.empty() || state.find(") Z ") != std::string::npos) return true;
+            usleep(10000);
+        }
+        return false;
+    }
+
+    const TempFolder m_folder;
+    const std::string m_idFile = m_folder / "id";
+    const std::string m_library = VEK_CONTROLS "/time_limit.so";
+
+private:
+    static std::string readIfThere(const std::string& path) {
+        std::ifstream file(path);
+        std::string line;
+        std::getline(file, line);
+        return line;
+    }
+};
+
+TEST_F(WaitingControl, IsEndedAtTheTimeLimitWithAllThatItStarted) {
     int status = 0;
-    const auto result = validatedAsJson(VEK_CONTROLS "/time_limit.so",
-                                        "--only results-setup --time-limit 3", status);
+    const auto result = validatedAsJson(m_library, "--only results-setup --time-limit 3", status);
     EXPECT_EQ(status, 1);
     ASSERT_EQ(result["checks"].size(), 1u);
     const std::string finding = result["checks"][0]["findings"].back();
     EXPECT_EQ(finding, "it was not over after 3 s in VekSetExportScale 2.5");
-    const int started = std::stoi("0" + readFile(idFile));
-    EXPECT_GT(started, 1);
-    // Once it was ended it is nobody's, and gone when it was waited for.
-    bool isThere = true;
-    for (int i = 0; i < 200 && isThere; ++i) {
-        const std::string state = readFile("/proc/" + std::to_string(started) + "/stat");
-        isThere = !state.empty() && state.find(") Z ") == std::string::npos;
-        if (isThere) usleep(10000);
+    EXPECT_TRUE(startedProgramIsGone());
+}
+
+TEST_F(WaitingControl, IsEndedWithTheValidator) {
+    const pid_t validator = fork();
+    ASSERT_GE(validator, 0);
+    if (validator == 0) {
+        execl(VEK_VALIDATE, VEK_VALIDATE, m_library.c_str(), "--only", "results-setup", nullptr);
+        _exit(127);
     }
-    EXPECT_FALSE(isThere) << "process " << started << " still runs";
+    for (int i = 0; i < 2000 && (!fileIsThere(m_idFile) || readFile(m_idFile).empty()); ++i) {
+        usleep(10000);
+    }
+    kill(validator, SIGTERM);
+    int status = 0;
+    waitpid(validator, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 128 + SIGTERM);
+    EXPECT_TRUE(startedProgramIsGone());
 }
 
 TEST(Controls, CanBeSeenFailingAgainByTheSeed) {

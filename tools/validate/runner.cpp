@@ -55,8 +55,12 @@ void prepareChild(const Settings& settings) {
     giveUpRights();
 }
 
+// By which somebody ends the validator.
+const int kEndings[] = {SIGINT, SIGTERM, SIGHUP};
+
 [[noreturn]] void runHere(const Check& check, const Settings& settings, int pipe) {
     setpgid(0, 0);
+    for (const int signal : kEndings) ::signal(signal, SIG_DFL);
     Report report(pipe);
     try {
         prepareChild(settings);
@@ -91,6 +95,14 @@ private:
     std::string m_rest;
 };
 
+// The group of the check that runs. It does not get the signals that a terminal sends.
+volatile sig_atomic_t s_group = 0;
+
+void endGroupToo(int signal) {
+    if (s_group > 0) kill(-s_group, SIGKILL);
+    _exit(128 + signal);
+}
+
 // A check while it runs, as seen from outside.
 class Running {
 public:
@@ -103,13 +115,15 @@ public:
         if (m_process < 0) throw std::runtime_error("no process can be started");
         if (m_process == 0) runHere(check, settings, pipes[1]);
         setpgid(m_process, m_process);
+        s_group = m_process;
         close(pipes[1]);
         m_pipe = pipes[0];
     }
 
     Outcome finish() {
-        const bool isOver = listen();
-        const int status = end(isOver);
+        listen();
+        const bool isOver = waitForEnd();
+        const int status = end();
         close(m_pipe);
         if (!isOver) {
             fail("it was not over after " + std::to_string(m_settings.timeLimit) + " s" +
@@ -126,20 +140,30 @@ public:
     }
 
 private:
-    // Takes what the check says until it is done; false at the time limit.
-    bool listen() {
-        const auto deadline = m_begin + std::chrono::seconds(m_settings.timeLimit);
+    // Takes what the check says until it is done, or until it can say no more.
+    void listen() {
         Lines lines;
-        while (!m_isDone) {
+        while (!m_isDone && Clock::now() < m_deadline) {
             const auto left =
-                std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+                std::chrono::ceil<std::chrono::milliseconds>(m_deadline - Clock::now());
             struct pollfd waiting = {m_pipe, POLLIN, 0};
-            if (left.count() <= 0) return false;
             if (poll(&waiting, 1, static_cast<int>(left.count())) <= 0) continue;
-            if (!lines.readFrom(m_pipe)) return true;
+            if (!lines.readFrom(m_pipe)) return;
             for (std::string line; lines.next(line);) take(line);
         }
-        return true;
+    }
+
+    // Whether the process ended by itself before the time limit. It stays to be waited for, so that
+    // its id is the group's until the group is ended.
+    bool waitForEnd() const {
+        do {
+            siginfo_t info;
+            info.si_pid = 0;
+            waitid(P_PID, static_cast<id_t>(m_process), &info, WEXITED | WNOWAIT | WNOHANG);
+            if (info.si_pid == m_process) return true;
+            usleep(500);
+        } while (Clock::now() < m_deadline);
+        return false;
     }
 
     void take(const std::string& line) {
@@ -167,14 +191,11 @@ private:
         }
     }
 
-    // Ends the group, once the check's own process is over where it ends by itself. The process is
-    // waited for last, so that its id stays the group's until then.
-    int end(bool endsByItself) {
-        siginfo_t ignored;
-        if (endsByItself) waitid(P_PID, static_cast<id_t>(m_process), &ignored, WEXITED | WNOWAIT);
+    int end() {
         kill(-m_process, SIGKILL);
         int status = 0;
         waitpid(m_process, &status, 0);
+        s_group = 0;
         return status;
     }
 
@@ -200,6 +221,7 @@ private:
 
     const Settings& m_settings;
     const Clock::time_point m_begin = Clock::now();
+    const Clock::time_point m_deadline = m_begin + std::chrono::seconds(m_settings.timeLimit);
     Outcome m_outcome;
     pid_t m_process = 0;
     int m_pipe = -1;
@@ -211,5 +233,6 @@ private:
 
 Outcome runCheck(const Check& check, const Settings& settings) {
     std::fflush(stdout);
+    for (const int signal : kEndings) ::signal(signal, endGroupToo);
     return Running(check, settings).finish();
 }
