@@ -21,15 +21,15 @@ HostBlock::HostBlock(BlockKind kind, const char* in) {
         m_size = kRoom;
         return;
     }
-    const std::size_t length = in ? std::strlen(in) : 0;
-    m_bytes.assign(length + 64, '\0');
-    m_size = kind == BlockKind::IN_TEXT ? static_cast<int>(length + 1) : 4;
+    const std::string input = in ? in : "";
+    m_bytes.assign(input.size() + 64, '\0');
+    m_size = kind == BlockKind::IN_TEXT ? static_cast<int>(input.size() + 1) : 4;
     if (kind == BlockKind::IN_TEXT) {
-        std::copy(in, in + length, m_bytes.begin());
+        std::copy(input.begin(), input.end(), m_bytes.begin());
     } else if (kind == BlockKind::IN_FLOAT) {
-        put(m_bytes, std::strtof(in, nullptr));
+        put(m_bytes, std::strtof(input.c_str(), nullptr));
     } else {
-        put(m_bytes, static_cast<std::int32_t>(std::strtol(in, nullptr, 10)));
+        put(m_bytes, static_cast<std::int32_t>(std::strtol(input.c_str(), nullptr, 10)));
     }
 }
 

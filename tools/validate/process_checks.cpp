@@ -69,9 +69,9 @@ namespace {
 
 #if defined(__SANITIZE_ADDRESS__)
 // Functions that are watched take more of it.
-constexpr std::size_t kSmallStack = 512 * 1024;
+constexpr std::size_t kSmallStack = std::size_t{512} * 1024;
 #else
-constexpr std::size_t kSmallStack = 64 * 1024;
+constexpr std::size_t kSmallStack = std::size_t{64} * 1024;
 #endif
 
 // Runs `work` on a thread with a small stack.

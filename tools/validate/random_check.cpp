@@ -79,13 +79,14 @@ void runSequence(const Settings& settings, Report& report, std::uint64_t seed) {
         Arguments arguments(call);
         vary(chance, call, arguments);
         if (!session.has(call)) continue;
-        const std::string line = std::to_string(i) + " " + told(call, arguments);
+        std::string line = std::to_string(i) + " " + told(call, arguments);
         if (settings.reproduces) report.traces(line);
-        report.calls("call " + line + which);
+        line.insert(0, "call ");
+        line += which;
+        report.calls(line);
         const float result = arguments.passTo(session.library().find(call.name));
         if (settings.reproduces) report.traces("  gave " + asText(result));
-        session.expectThat(isPossible(call.results, result),
-                           "call " + line + which + " gave " + asText(result));
+        if (!isPossible(call.results, result)) report.finds(line + " gave " + asText(result));
     }
 }
 

@@ -145,6 +145,7 @@ void enterByBwrap(char** arguments) {
          fs::current_path(ignored).string()});
     const auto run = [&](const std::vector<std::string>& words) {
         std::vector<char*> pointers;
+        pointers.reserve(words.size() + 1);
         for (const std::string& word : words) pointers.push_back(const_cast<char*>(word.c_str()));
         pointers.push_back(nullptr);
         execvp("bwrap", pointers.data());
