@@ -69,7 +69,7 @@ package: PACKAGE = $(if $(filter Darwin,$(shell uname)),macos-package,package)
 package: setup
 	@cmake --preset $(PACKAGE) >/dev/null
 	@cmake --build --preset $(PACKAGE) -j $(JOBS)
-	@cd build && cpack --config $(PACKAGE)/CPackConfig.cmake | grep generated
+	@umask 022 && cd build && cpack --config $(PACKAGE)/CPackConfig.cmake | grep generated
 
 format:
 	@git ls-files '*.cpp' '*.h' | grep -v exports.def.h | xargs clang-format -i

@@ -3,8 +3,11 @@
 # where they are themselves.
 include(CMakePackageConfigHelpers)
 
-# Installing and packaging take what is built, and build nothing.
+# Installing and packaging take what is built, and build nothing. Everybody can read the files that are
+# installed, whoever may read the sources; folders on the way are made with the mask of who installs.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
+set(readable OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+set(executable ${readable} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Vek)
 install(TARGETS Vek EXPORT VekTargets
@@ -12,8 +15,14 @@ install(TARGETS Vek EXPORT VekTargets
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES exports/vek.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT VekTargets NAMESPACE Vek:: FILE VekConfig.cmake DESTINATION ${package_folder})
+# A library for both word sizes serves projects of either.
+list(LENGTH CMAKE_OSX_ARCHITECTURES families)
+set(for_both)
+if(families GREATER 1)
+    set(for_both ARCH_INDEPENDENT)
+endif()
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/VekConfigVersion.cmake
-    COMPATIBILITY SameMinorVersion)
+    COMPATIBILITY SameMinorVersion ${for_both})
 install(FILES ${CMAKE_BINARY_DIR}/VekConfigVersion.cmake DESTINATION ${package_folder})
 
 file(RELATIVE_PATH VEK_PREFIX_FROM_PC /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
@@ -24,8 +33,10 @@ install(FILES ${CMAKE_BINARY_DIR}/vek.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkg
 if(TARGET vek)
     install(TARGETS vek vek-validate RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
     install(DIRECTORY ${CMAKE_BINARY_DIR}/apps demo DESTINATION ${CMAKE_INSTALL_DATADIR}/vek
-        USE_SOURCE_PERMISSIONS)
+        FILE_PERMISSIONS ${readable} DIRECTORY_PERMISSIONS ${executable}
+        REGEX "/(MacOS|stand-ins)/[^/]+$|\\.sh$" PERMISSIONS ${executable})
     install(DIRECTORY apps/python/vek_exchange DESTINATION ${CMAKE_INSTALL_DATADIR}/vek/python
+        FILE_PERMISSIONS ${readable} DIRECTORY_PERMISSIONS ${executable}
         PATTERN __pycache__ EXCLUDE)
     install(PROGRAMS scripts/private-view DESTINATION ${CMAKE_INSTALL_DATADIR}/vek)
 endif()

@@ -31,6 +31,17 @@ std::set<std::string> filesBelow(const std::string& folder) {
     return files;
 }
 
+// Of the tool below a prefix, where the shared tree is the test's own.
+void expectDemoRuns(const std::string& prefix, const std::string& out) {
+    if (getenv("VEK_VIEW") != std::string("private")) return;
+    const std::string share = prefix + "/share/vek";
+    const std::string said =
+        run("PATH=" + share + "/demo/stand-ins:$PATH " + prefix + "/bin/vek run " + share +
+            "/demo/round_trip.lua --faces 1000 --out " + out);
+    EXPECT_NE(said.find("0 faces wound wrong, 0 corners lost"), std::string::npos) << said;
+    run("rm -rf /Users/Shared/Kelvaro");
+}
+
 class Install : public testing::Test {
 protected:
     void SetUp() override {
@@ -105,12 +116,21 @@ TEST_F(Install, AProjectFindsTheLibraryByPkgConfig) {
 
 TEST_F(Install, AnInstalledToolRunsTheInstalledDemo) {
     if (getenv("VEK_VIEW") != std::string("private")) GTEST_SKIP() << "the tree is not its own";
-    const std::string share = moved() + "/share/vek";
-    const std::string said =
-        run("PATH=" + share + "/demo/stand-ins:$PATH " + (m_folder / "moved/bin/vek") + " run " +
-            share + "/demo/round_trip.lua --faces 1000 --out " + (m_folder / "out"));
-    EXPECT_NE(said.find("0 faces wound wrong, 0 corners lost"), std::string::npos) << said;
-    run("rm -rf /Users/Shared/Kelvaro");
+    expectDemoRuns(moved(), m_folder / "out");
+}
+
+TEST_F(Install, EverybodyCanReadTheFilesWhateverTheMask) {
+    const std::string prefix = m_folder / "masked";
+    run("umask 077; " VEK_CMAKE " --install " + shellWord(VEK_BUILD_DIR) + " --prefix " + prefix);
+    EXPECT_EQ(run("find " + prefix + " -type f ! -perm -444"), "");
+    EXPECT_EQ(run("find " + prefix + "/share/vek/apps -type d ! -perm -555"), "");
+    const std::string programs =
+        run("cd " + prefix + " && find . -type f -perm -555 ! -name '*.so' | sort");
+    for (const char* program :
+         {"./bin/vek\n", "/Example/edit.sh\n", "/MacOS/Example\n", "/stand-ins/osascript\n"}) {
+        EXPECT_NE(programs.find(program), std::string::npos) << programs;
+    }
+    EXPECT_EQ(programs.find("Vek_Info.txt"), std::string::npos) << programs;
 }
 
 // A machine's package manager takes the package in and out again, in a folder that stands for the
@@ -140,6 +160,7 @@ TEST(Package, IsInstalledAndTakenAwayWithoutATrace) {
     run(dpkg + "--install " + (folder / "vek_" VEK_VERSION "_*.deb"));
     EXPECT_EQ(ours().count("usr/bin/vek"), 1u);
     EXPECT_EQ(ours().count("usr/share/vek/apps/Example/Vek_Info.txt"), 1u);
+    expectDemoRuns(folder / "machine/usr", folder / "out");
     run(dpkg + "--purge vek");
     EXPECT_EQ(ours(), std::set<std::string>{});
     EXPECT_FALSE(std::filesystem::exists(folder / "machine/usr"));
