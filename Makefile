@@ -8,7 +8,8 @@ override export MESH := $(value MESH)
 .PHONY: help setup macos-headers build test coverage demo bench package format clean
 
 help:
-	@echo "make demo    a mesh goes to another application and back; MESH=path.obj takes your own"
+	@echo "make demo    a mesh goes to another application and back; MESH=path.obj takes your own,"
+	@echo "             APP=Blender takes the real Blender, with ten objects and a picture"
 	@echo "make test    builds and runs the tests: 64-bit, 32-bit, and under sanitizers"
 	@echo "make build   builds build/release/libVek.so and the tool build/release/bin/vek"
 	@echo "make coverage  shows how much of the library its tests run, a folder a line"
@@ -37,10 +38,18 @@ test: setup macos-headers
 	    ctest --preset $$preset -j $(JOBS) || exit 1; \
 	done
 
+APP ?= Example
+DEMO_Example := demo/round_trip.lua
+DEMO_Blender := demo/blender.lua
+DEMO = $(or $(DEMO_$(APP)),$(error There is no demo of $(APP); APP is Example or Blender))
+
+# HOME is one of the demo's own: what is installed into Blender, is not installed into the user's.
 demo: build
-	@mkdir -p build/demo
-	@PATH="$(CURDIR)/demo/stand-ins:$$PATH" scripts/private-view build/release/bin/vek run demo/round_trip.lua \
-	    --app build/release/apps/Example --out build/demo $${MESH:+--mesh "$$MESH"}
+	@if [ "$(APP)" = Blender ]; then scripts/install-packages packages-blender.txt; fi
+	@mkdir -p build/demo/home
+	@HOME="$(CURDIR)/build/demo/home" PATH="$(CURDIR)/demo/stand-ins:$$PATH" \
+	    scripts/private-view build/release/bin/vek run $(DEMO) \
+	    --app build/release/apps/$(APP) --out "$(CURDIR)/build/demo" $${MESH:+--mesh "$$MESH"}
 
 bench: setup
 	@scripts/install-packages packages-bench.txt

@@ -22,7 +22,7 @@ configure_file(cmake/vek.pc.in ${CMAKE_BINARY_DIR}/vek.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/vek.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 if(TARGET vek)
-    install(TARGETS vek RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(TARGETS vek vek-validate RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
     install(DIRECTORY ${CMAKE_BINARY_DIR}/apps demo DESTINATION ${CMAKE_INSTALL_DATADIR}/vek
         USE_SOURCE_PERMISSIONS)
     install(DIRECTORY apps/python/vek_exchange DESTINATION ${CMAKE_INSTALL_DATADIR}/vek/python

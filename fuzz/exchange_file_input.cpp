@@ -1,5 +1,6 @@
 // Exchange files of a few blocks, with the byte in front that says which way they are turned.
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -28,7 +29,7 @@ Input makeInput(std::mt19937& random) {
     if (below(3) != 0) file.corners(25001, values);
     if (below(3) == 0) file.block(777, 3, "something else");
     if (below(9) != 0) file.end();
-    Input input = {static_cast<std::uint8_t>(random())};
-    input.insert(input.end(), file.bytes().begin(), file.bytes().end());
+    Input input(1 + file.bytes().size(), static_cast<std::uint8_t>(random()));
+    std::copy(file.bytes().begin(), file.bytes().end(), input.begin() + 1);
     return input;
 }

@@ -55,7 +55,8 @@ TEST_F(Install, PutsFilesWherePeopleExpectThem) {
          {"bin/vek", "include/vek.h", "lib/libVek.so", "lib/cmake/Vek/VekConfig.cmake",
           "lib/cmake/Vek/VekConfigVersion.cmake", "lib/pkgconfig/vek.pc", "share/doc/vek/README.md",
           "share/doc/vek/copyright", "share/vek/demo/round_trip.lua", "share/vek/private-view",
-          "share/vek/python/vek_exchange/__init__.py", "share/vek/apps/Example/Vek_Info.txt",
+          "bin/vek-validate", "share/vek/python/vek_exchange/__init__.py",
+          "share/vek/apps/Example/Vek_Info.txt",
           "share/vek/apps/Example/Example.app/Contents/MacOS/Example"}) {
         EXPECT_EQ(files.count(file), 1u) << file;
     }

@@ -34,3 +34,5 @@ int showTree(const std::string& path);
 int initTree(const std::string& apps, bool json);
 // Of the shared tree: what is wrong with it, and what to do.
 int checkSharedTree(bool json);
+// Goes over into the program vek-validate, which lies beside this one, with these words.
+int validate(const std::vector<std::string>& words);

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "tools/vek/own_program.h"
+#include "tools/vek/program_folder.h"
 
 Library::Library(const std::string& path)
     : m_path(std::filesystem::absolute(path).string()),
@@ -20,7 +20,7 @@ Library::~Library() {
 
 std::string Library::defaultPath() {
     // Beside the folder of the program in a build; installed, where libraries are.
-    const auto prefix = std::filesystem::path(ownProgram()).parent_path().parent_path();
+    const auto prefix = programFolder().parent_path();
     const auto built = prefix / VEK_LIBRARY_NAME;
     return (std::filesystem::exists(built) ? built : prefix / VEK_LIBRARY_FOLDER / VEK_LIBRARY_NAME)
         .string();

@@ -82,6 +82,11 @@ int main(int argc, char** argv) {
     withJson(check);
     check->callback([&] { status = checkSharedTree(json); });
 
+    CLI::App* const validation = app.add_subcommand(
+        "validate", "Check a build of the library from outside; what follows goes to vek-validate");
+    validation->prefix_command();
+    validation->callback([&] { status = validate(validation->remaining()); });
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <filesystem>
 
-// The folder that this program lies in; empty when that cannot be told.
-std::string programFolder();
+// The folder that this program lies in; empty where the system does not tell.
+std::filesystem::path programFolder();

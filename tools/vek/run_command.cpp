@@ -209,7 +209,7 @@ void setGlobals(lua_State* lua, const std::string& script, const Library& librar
     lua_newtable(lua);
     lua_pushstring(lua, library.path().c_str());
     lua_setfield(lua, -2, "library");
-    lua_pushstring(lua, (programFolder() + "/vek").c_str());
+    lua_pushstring(lua, (programFolder() / "vek").c_str());
     lua_setfield(lua, -2, "program");
     const auto folder = std::filesystem::absolute(script).parent_path().string();
     lua_pushstring(lua, folder.c_str());

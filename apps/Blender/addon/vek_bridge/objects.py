@@ -1,0 +1,68 @@
+"""What an object in the scene remembers of the exchange file that it came from.
+
+It stands in the object's custom properties, so it is saved with the scene and copied with the
+object.
+"""
+
+import struct
+
+from .vek_exchange import exchange_file as blocks
+
+_LINE = "vek_object"  # its line in the object list
+_FACE_KIND = "vek_face_kind"
+_GIVEN_MARK = "vek_given"
+_KEPT = "vek_blocks"
+_SENT_MODIFIERS = "vek_sent_modifiers"
+_HEAD = "<IIIf"
+
+SENDABLE = {"MESH", "CURVE", "SURFACE", "FONT", "META"}
+
+
+def line_of(obj):
+    line = obj.get(_LINE, b"")
+    return line.decode("utf-8", "surrogateescape") if isinstance(line, bytes) else ""
+
+
+def remember_line(obj, line):
+    obj[_LINE] = line.encode("utf-8", "surrogateescape")
+
+
+def remember_given(obj, given, mark):
+    obj[_FACE_KIND] = given.face_kind
+    obj[_GIVEN_MARK] = mark
+    obj[_KEPT] = b"".join(part for block in given.kept for part in (
+        struct.pack(_HEAD, block.id, len(block.payload), block.count, block.param), block.payload))
+
+
+def face_kind(obj):
+    return obj.get(_FACE_KIND, blocks.FACES_NEGATIVE)
+
+
+def given_mark(obj):
+    return obj.get(_GIVEN_MARK, "")
+
+
+def kept_blocks(obj):
+    kept, packed, at = [], obj.get(_KEPT, b""), 0
+    head = struct.calcsize(_HEAD)
+    while at < len(packed):
+        number, size, count, param = struct.unpack_from(_HEAD, packed, at)
+        kept.append(blocks.Block(number, packed[at + head:at + head + size], count, param))
+        at += head + size
+    return kept
+
+
+def remember_sent(obj, line):
+    remember_line(obj, line)
+    obj[_SENT_MODIFIERS] = any(modifier.show_viewport for modifier in obj.modifiers)
+
+
+def rest_sent_modifiers(obj):
+    """Switches off what the mesh that comes back has in it already. Whether there was any."""
+    if not obj.get(_SENT_MODIFIERS):
+        return False
+    obj[_SENT_MODIFIERS] = False
+    for modifier in obj.modifiers:
+        modifier.show_viewport = False
+        modifier.show_render = False
+    return len(obj.modifiers) > 0

@@ -1,0 +1,167 @@
+"""Receive and Send, and their like in the File menu."""
+
+import os
+import time
+
+import bpy
+from bpy.props import CollectionProperty, StringProperty
+from bpy_extras.io_utils import ExportHelper, ImportHelper
+
+from . import bridge, receiving, sending
+from .vek_exchange import VekError
+from .work import sentence
+
+_TICK = 0.01  # seconds in which Blender draws and hears the user
+_BETWEEN_DRAWINGS = 0.1  # seconds of work; a step that takes longer is done all the same
+
+
+class _LongWork:
+    """Does its work at once when a script calls it, else step by step under a progress bar; the
+    escape key stops it then."""
+
+    def work(self, context):
+        raise NotImplementedError
+
+    def execute(self, context):
+        if not self._begin(context):
+            return {"CANCELLED"}
+        windows = context.window_manager
+        windows.progress_begin(0, max(self._work.total, 1))
+        while not self._work.is_done:
+            self._work.step()
+            windows.progress_update(self._work.done)
+        windows.progress_end()
+        return self._end(context)
+
+    def invoke(self, context, _event):
+        if bpy.app.background or not context.window:
+            return self.execute(context)
+        if not self._begin(context):
+            return {"CANCELLED"}
+        windows = context.window_manager
+        self._timer = windows.event_timer_add(_TICK, window=context.window)
+        windows.modal_handler_add(self)
+        return {"RUNNING_MODAL"}
+
+    def modal(self, context, event):
+        if event.type == "ESC":
+            return self._stop_timer(context)
+        if event.type != "TIMER":
+            return {"RUNNING_MODAL"}
+        if self._work.is_done:
+            return self._stop_timer(context)
+        drawn = time.monotonic()
+        while not self._work.is_done and time.monotonic() - drawn < _BETWEEN_DRAWINGS:
+            self._work.step()
+        _show_progress(context, 100 * self._work.done / self._work.total)
+        return {"RUNNING_MODAL"}
+
+    def _begin(self, context):
+        _leave_other_modes(context)
+        try:
+            self._work = self.work(context)
+        except (VekError, OSError) as error:
+            _say(self, context, "ERROR", sentence(str(error)))
+            return False
+        return True
+
+    def _stop_timer(self, context):
+        context.window_manager.event_timer_remove(self._timer)
+        _show_progress(context, -1)
+        return self._end(context)
+
+    def _end(self, context):
+        level, text = self._work.outcome()
+        _say(self, context, level, text)
+        return {"CANCELLED"} if level == "ERROR" else {"FINISHED"}
+
+
+def _leave_other_modes(context):
+    """Edits that are under way belong to the mesh only when their mode is left."""
+    if context.mode != "OBJECT" and bpy.ops.object.mode_set.poll():
+        bpy.ops.object.mode_set(mode="OBJECT")
+
+
+def _say(operator, context, level, text):
+    context.window_manager.vek_message = text
+    operator.report({level}, text)
+
+
+def _show_progress(context, percent):
+    context.window_manager.vek_progress = percent
+    for window in context.window_manager.windows:
+        for area in window.screen.areas:
+            if area.type == "VIEW_3D":
+                area.tag_redraw()
+
+
+class VEK_OT_receive(_LongWork, bpy.types.Operator):
+    """Bring the objects that Dorvia has sent into the scene"""
+    bl_idname = "vek.receive"
+    bl_label = "Receive"
+    bl_options = {"REGISTER", "UNDO"}
+
+    def work(self, context):
+        return receiving.Receiving(context, receiving.lines_of_the_list(),
+                                   from_the_host=True)
+
+
+class VEK_OT_send(_LongWork, bpy.types.Operator):
+    """Send the selected objects to Dorvia; where none is selected, all that came from there"""
+    bl_idname = "vek.send"
+    bl_label = "Send"
+    bl_options = {"REGISTER"}
+
+    def work(self, context):
+        chosen = sending.objects_to_send(context)
+        lines = sending.lines_for(chosen, bridge.tree().project_folder())
+        return sending.Sending(context, chosen, lines, to_the_host=True)
+
+
+class VEK_OT_import(_LongWork, ImportHelper, bpy.types.Operator):
+    """Import exchange files as they stand: z is up where the bridge has turned them for Blender"""
+    bl_idname = "vek.import_files"
+    bl_label = "Import Vek"
+    bl_options = {"REGISTER", "UNDO"}
+    filename_ext = receiving.EXTENSION
+    filter_glob: StringProperty(default="*.vek;*.Vek;*.VEK", options={"HIDDEN"})
+    files: CollectionProperty(type=bpy.types.OperatorFileListElement, options={"SKIP_SAVE"})
+    directory: StringProperty(subtype="DIR_PATH", options={"SKIP_SAVE"})
+
+    invoke = ImportHelper.invoke
+
+    def work(self, context):
+        paths = [os.path.join(self.directory, file.name) for file in self.files if file.name]
+        lines = [receiving.line_of_file(path) for path in paths or [self.filepath]]
+        return receiving.Receiving(context, lines, from_the_host=False)
+
+
+class VEK_OT_export(_LongWork, ExportHelper, bpy.types.Operator):
+    """Export the selected objects: one under the name that you give, several under their own"""
+    bl_idname = "vek.export_files"
+    bl_label = "Export Vek"
+    bl_options = {"REGISTER"}
+    filename_ext = receiving.EXTENSION
+    filter_glob: StringProperty(default="*.vek", options={"HIDDEN"})
+
+    invoke = ExportHelper.invoke
+
+    def work(self, context):
+        chosen = sending.objects_to_send(context)
+        lines = [receiving.line_of_file(self.filepath)]
+        if len(chosen) != 1:
+            lines = sending.lines_in(chosen, os.path.dirname(self.filepath))
+        return sending.Sending(context, chosen, lines, to_the_host=False)
+
+
+_CLASSES = (VEK_OT_receive, VEK_OT_send, VEK_OT_import, VEK_OT_export)
+
+
+def register():
+    for each in _CLASSES:
+        bpy.utils.register_class(each)
+
+
+def unregister():
+    for each in reversed(_CLASSES):
+        bpy.utils.unregister_class(each)

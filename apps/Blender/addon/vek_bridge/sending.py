@@ -1,0 +1,144 @@
+"""Objects of the scene go to the host."""
+
+import os
+
+from . import bridge, mesh_out, objects
+from .receiving import EXTENSION
+from .vek_exchange import Tree, VekError
+from .vek_exchange.exchange_file import write_file
+from .work import Work, counted, sentence
+
+_STAGED = ".part"
+
+
+class Sending(Work):
+    """Each item is an object. Every file is written beside its place first, and takes it only when
+    all are written; so whatever fails, the files and the object list stay as they were."""
+
+    def __init__(self, context, objs, lines, to_the_host):
+        super().__init__(objs)
+        self._depsgraph = context.evaluated_depsgraph_get()
+        self._lines = lines
+        self._to_the_host = to_the_host
+        self._staged = []  # file as it lies there, where it belongs
+        self._problem = ""
+        self._split = 0
+        self._without_corners = 0
+
+    def do(self, obj):
+        if self._problem:
+            return
+        path = bridge.tree().exchange_file(self._lines[self.done - 1], EXTENSION)
+        try:
+            self._write(obj, path)
+        except VekError as error:
+            self._problem = str(error).replace(path + _STAGED, path)
+        except OSError as error:
+            self._problem = f"The file cannot be written: {path} ({error.strerror})"
+
+    def _write(self, obj, path):
+        taken = mesh_out.Taken(obj, self._depsgraph)
+        file, dropped = mesh_out.exchange_file(taken, objects.face_kind(obj),
+                                               objects.kept_blocks(obj), objects.given_mark(obj))
+        staged = path + _STAGED
+        self._staged.append((staged, path))
+        write_file(staged, file)
+        self._split += taken.split
+        self._without_corners += dropped
+
+    def outcome(self):
+        if not self.total:
+            return "ERROR", "There is nothing to send: select objects, or receive some first."
+        if self._problem or not self.is_done:
+            self._take_back()
+            return "ERROR", sentence("Nothing was sent", self._problem or "you stopped it")
+        try:
+            for staged, path in self._staged:
+                os.replace(staged, path)
+        except OSError as error:
+            self._take_back()
+            return "ERROR", sentence("Nothing was sent", f"a file cannot be replaced: {error}")
+        try:
+            if self._to_the_host:
+                bridge.tree().write_object_list(self._lines)
+        except VekError as error:
+            return "WARNING", sentence("The files are written, but Dorvia is not told", str(error))
+        if self._to_the_host:
+            for obj, line in zip(self._items, self._lines):
+                objects.remember_sent(obj, line)
+        return self._said_success()
+
+    def _take_back(self):
+        for staged, _ in self._staged:
+            try:
+                os.remove(staged)
+            except OSError:
+                pass  # was never written
+
+    def _said_success(self):
+        verb = "sent" if self._to_the_host else "exported"
+        clauses = [f"{counted(self.total, 'object')} {verb}"]
+        level = "INFO"
+        if self._split:
+            clauses.append(f"{counted(self._split, 'face')} with more than four corners split "
+                           "into triangles")
+        if self._without_corners:
+            level = "WARNING"
+            clauses.append(f"corner values of {counted(self._without_corners, 'object')} left out, "
+                           "since the faces changed")
+        if self._to_the_host:
+            try:
+                if not bridge.hand_back():
+                    clauses.append("import them in Dorvia")
+            except VekError as error:
+                level = "WARNING"
+                clauses.append(f"import them in Dorvia, since {error}")
+        return level, sentence(*clauses)
+
+
+def objects_to_send(context):
+    """The selected ones, or all that were received where none is selected."""
+    chosen = [obj for obj in context.selected_objects if obj.type in objects.SENDABLE]
+    if chosen or context.selected_objects:
+        return chosen
+    return [obj for obj in context.visible_objects
+            if obj.type in objects.SENDABLE and objects.line_of(obj)]
+
+
+def lines_for(objs, folder):
+    """A line for each object: where it came from, or a free place in the folder. A copy of a
+    received object remembers the same place, and gets one of its own."""
+    taken = {_same_file(objects.line_of(obj)) for obj in objs if objects.line_of(obj)}
+    used, lines = set(), []
+    for obj in objs:
+        line = objects.line_of(obj)
+        if not line or _same_file(line) in used:
+            line = free_line(folder, obj.name, taken | used)
+        used.add(_same_file(line))
+        lines.append(line)
+    return lines
+
+
+def lines_in(objs, folder):
+    """A line for each object, in the folder, for a file that is not there yet."""
+    used, lines = set(), []
+    for obj in objs:
+        line = free_line(folder, obj.name, used)
+        used.add(_same_file(line))
+        lines.append(line)
+    return lines
+
+
+def free_line(folder, name, used):
+    """A line for a new file of this name, that neither is in use nor has a file already."""
+    number = 1
+    base = f"{folder}/{Tree.object_file_name(name)}"
+    line = base
+    while _same_file(line) in used or os.path.lexists(line + EXTENSION):
+        number += 1
+        line = f"{base}_{number}"
+    return line
+
+
+def _same_file(line):
+    return line.casefold()  # as file systems are that take no regard of letter case

@@ -1,0 +1,40 @@
+"""Work on several objects, a step each, so that a progress bar can move and a user can stop it."""
+
+
+class Work:
+    """A list of things to do. `step()` does the next one; `outcome()` is asked once, at the end."""
+
+    def __init__(self, items):
+        self._items = list(items)
+        self.done = 0
+
+    @property
+    def total(self):
+        return len(self._items)
+
+    @property
+    def is_done(self):
+        return self.done >= self.total
+
+    def step(self):
+        item = self._items[self.done]
+        self.done += 1
+        self.do(item)
+
+    def do(self, item):
+        raise NotImplementedError
+
+    def outcome(self):
+        """(level, sentence): INFO when all went well, WARNING when something is to be known, ERROR
+        when nothing was done. Also where not all items are done, since the user stopped it."""
+        raise NotImplementedError
+
+
+def counted(number, noun):
+    return f"{number} {noun}" if number == 1 else f"{number} {noun}s"
+
+
+def sentence(*clauses):
+    """One sentence of the clauses that are not empty."""
+    first, *others = [clause.rstrip(".") for clause in clauses if clause]
+    return "; ".join([first] + [clause[0].lower() + clause[1:] for clause in others]) + "."

@@ -1,0 +1,187 @@
+"""What the host sends in each case, and what Blender then does (a function of in_blender.py)."""
+
+import numpy as np
+
+import meshes
+from host import describe
+from meshes import CORNERS, NEGATIVE, REPEATED, TRIANGLES, UNKNOWN, UV_LIST, file_bytes
+
+EGG, BOX = meshes.egg(), meshes.box()
+ODD_NAMES = ["with blanks  inside", "dots.in.it.001", "Blumentöpfe 花", "a" * 100,
+             "it's 100 % \"$HOME\""]
+UNKNOWN_BLOCK = meshes.block(UNKNOWN, b"somebody's", 3, 0.5)
+SWITCHES = range(16)
+
+
+def corner_block(faces, stride=4):
+    values = np.arange(stride * len(faces), dtype="<i4") * 1000003
+    return meshes.block(CORNERS, values.tobytes(), len(faces))
+
+
+def uv_blocks(faces):
+    """A UV for each corner that depends on nothing but its vertex."""
+    faces = np.asarray(faces)
+    uvs = np.column_stack([np.arange(faces.max() + 1) / 100, np.arange(faces.max() + 1) / 7])
+    return [meshes.block(CORNERS, faces.astype("<i4").tobytes(), len(faces)),
+            meshes.block(UV_LIST, uvs.astype("<f4").tobytes(), len(uvs))]
+
+
+def send_kinds(host):
+    vertices, faces = EGG
+    more = [corner_block(faces), UNKNOWN_BLOCK]
+    host.send("Box", file_bytes(*BOX, more=[UNKNOWN_BLOCK]))
+    host.send("Mixed", file_bytes(vertices, faces, NEGATIVE, more))
+    host.send("Repeated", file_bytes(vertices, faces, REPEATED, more))
+    host.send("Triangles", file_bytes(vertices, meshes.only_triangles(faces)))
+    host.send("WithUVs", file_bytes(vertices, faces, more=uv_blocks(faces)))
+    host.send("Three", file_bytes(vertices, meshes.only_triangles(faces), TRIANGLES,
+                                  [corner_block(meshes.only_triangles(faces), 3)]))
+    host.send("NoFaces", file_bytes(vertices, np.empty((0, 4))))
+    host.send("Points", file_bytes(vertices, None))
+    host.send("Nothing", file_bytes(np.empty((0, 3)), np.empty((0, 4))))
+
+
+def send_eggs(count):
+    def send(host):
+        for number in range(count):
+            vertices, faces = EGG
+            host.send("Egg %d" % number, file_bytes(vertices + np.float32(number), faces))
+    return send
+
+
+def send_names(host):
+    for name in ODD_NAMES:
+        host.send(name, file_bytes(*BOX))
+
+
+def send_with_a_vanished_one(host):
+    send_eggs(3)(host)
+    host.tree.add_object(host.line("Gone"))
+
+
+def send_with_a_damaged_one(host):
+    send_eggs(2)(host)
+    host.send("Egg 2", file_bytes(*EGG))
+    host.write(host.line("Egg 2"), host.bytes_of(host.line("Egg 2"))[:200])
+
+
+def send_with_nonsense(host):
+    vertices = EGG[0].copy()
+    vertices[3, 1] = np.nan
+    host.send("NotANumber", file_bytes(vertices, EGG[1]))
+    host.send("FarVertex", file_bytes(EGG[0], [(0, 1, 99999, -1)]))
+    host.write(host.line("NoVek"), b"something else")
+    host.tree.add_object(host.line("NoVek"))
+
+
+def send_faces_that_use_a_vertex_twice(host):
+    faces = np.concatenate([BOX[1], [(0, 1, 1, -1), (0, 1, 3, 0)]])
+    host.send("Box", file_bytes(BOX[0], faces, more=[corner_block(faces)]))
+
+
+def send_all_switches(host):
+    """An object for each way there and each way back."""
+    for there in SWITCHES:
+        describe(host.bridge, descriptor("EXPORT", there))
+        for back in SWITCHES:
+            host.send(turned_name(there, back), file_bytes(*EGG))
+
+
+def turned_name(there, back):
+    return "there %d back %d" % (there, back)
+
+
+def descriptor(way, switches):
+    keys = ("FLIP_X", "FLIP_Y", "FLIP_Z", "SWITCH_YZ")
+    return "EXTENSION .vek\n" + "".join(
+        f"{way}_{key} {'Yes' if switches >> bit & 1 else 'No'}\n" for bit, key in enumerate(keys))
+
+
+def turn(switches):
+    """The matrix of the switches, from the host to the application."""
+    matrix = np.diag([-1.0 if switches >> bit & 1 else 1.0 for bit in range(3)] + [1.0])
+    return matrix[:, [0, 2, 1, 3]] if switches >> 3 & 1 else matrix
+
+
+def matrices():
+    """What an object has to be turned by in Blender so that the way back undoes the way there."""
+    return {turned_name(there, back): (turn(back) @ np.linalg.inv(turn(there))).tolist()
+            for there in SWITCHES for back in SWITCHES}
+
+
+def send_uvs(host):
+    host.send("Egg", file_bytes(*EGG, more=uv_blocks(EGG[1]) + [UNKNOWN_BLOCK]))
+
+
+def send_corners(host):
+    host.send("Egg", file_bytes(*EGG, more=[corner_block(EGG[1]), UNKNOWN_BLOCK]))
+
+
+def project_on_a_small_disk(host):
+    host.tree.write_project_path("/full")
+
+
+def hand_back(command):
+    def send(host):
+        send_eggs(1)(host)
+        config = host.tree.app_config("Blender")
+        config.replace_quoted("HAND_BACK_COMMAND", command % {"root": host.root})
+    return send
+
+
+def helper(host):
+    """A helper application and a command: the helper counts."""
+    hand_back("false")(host)
+    import os
+    contents = host.tree.hub_folder + "/VekHubFromApp.app/Contents"
+    os.makedirs(contents + "/MacOS")
+    with open(contents + "/Info.plist", "w", encoding="utf-8") as file:
+        file.write('<plist version="1.0"><dict><key>CFBundleExecutable</key>'
+                   "<string>Helper</string></dict></plist>")
+    with open(contents + "/MacOS/Helper", "w", encoding="utf-8") as file:
+        file.write(f"#!/bin/sh\necho back >'{host.root}/handed back'\n")
+    os.chmod(contents + "/MacOS/Helper", 0o755)
+
+
+def unlisted_files(host):
+    for name in ("A", "B c"):
+        host.send(name, file_bytes(*BOX), listed=False)
+
+
+def nothing(_host):
+    pass
+
+
+CASES = {
+    "kinds": (send_kinds, "there_and_back"),
+    "n-gons": (nothing, "prism"),
+    "1 object": (send_eggs(1), "there_and_back"),
+    "10 objects": (send_eggs(10), "there_and_back"),
+    "200 objects": (send_eggs(200), "there_and_back"),
+    "names": (send_names, "there_and_back"),
+    "empty list": (nothing, "only_receive"),
+    "vanished": (send_with_a_vanished_one, "there_and_back"),
+    "damaged": (send_with_a_damaged_one, "there_and_back"),
+    "nonsense": (send_with_nonsense, "only_receive"),
+    "twice": (send_faces_that_use_a_vertex_twice, "there_and_back"),
+    "switches": (send_all_switches, "told_to_undo"),
+    "uvs": (send_uvs, "array"),
+    "corners": (send_corners, "array"),
+    "modifiers": (send_uvs, "array_twice"),
+    "mirrored": (send_uvs, "mirrored"),
+    "text": (nothing, "text"),
+    "stopped": (send_eggs(3), "stopped"),
+    "edit mode": (send_eggs(1), "edit_mode"),
+    "copies": (send_eggs(1), "copies"),
+    "added": (send_eggs(1), "added"),
+    "undo": (send_eggs(10), "undone"),
+    "read-only": (send_eggs(2), "read_only"),
+    "read-only hub": (send_eggs(1), "read_only_hub"),
+    "full disk": (project_on_a_small_disk, "elsewhere"),
+    "command": (hand_back("touch '%(root)s/handed back'"), "there_and_back"),
+    "failing command": (hand_back("exit 3"), "there_and_back"),
+    "helper": (helper, "there_and_back"),
+    "file menu": (unlisted_files, "file_menu"),
+    "nothing to send": (nothing, "only_send"),
+    "camera": (nothing, "camera"),
+}

@@ -1,0 +1,112 @@
+"""Whatever goes wrong, the user sees one clear sentence, and nothing is lost."""
+
+import os
+
+import cases
+
+
+def test_an_empty_list(results):
+    result = results("empty list")
+    assert result.said == ["The object list is empty: Dorvia has sent nothing."]
+
+
+def test_a_file_that_vanished(results):
+    result = results("vanished")
+    gone = result.host.line("Gone") + ".vek"
+    assert result.said[0].startswith("3 of 4 objects received; ")
+    assert gone in result.said[0]
+    assert set(result.scene) == {"Egg 0", "Egg 1", "Egg 2"}
+    assert result.host.names_back() == ["Egg 0", "Egg 1", "Egg 2"]
+
+
+def test_a_damaged_file(results):
+    result = results("damaged")
+    damaged = result.host.line("Egg 2")
+    assert result.said[0].startswith("2 of 3 objects received; ")
+    assert damaged + ".vek" in result.said[0]
+    assert len(result.host.bytes_of(damaged)) == 200
+    assert result.host.names_back() == ["Egg 0", "Egg 1"]
+
+
+def test_files_that_are_no_meshes(results):
+    result = results("nonsense")
+    assert result.said[0].startswith("Nothing was received; ")
+    assert result.said[0].endswith("; 2 more could not be read.")
+    assert "NotANumber.vek" in result.said[0]
+    assert not result.scene
+
+
+def test_faces_that_use_a_vertex_twice(results):
+    result = results("twice")
+    assert result.said[0] == "1 object received; 2 faces left out that used a vertex twice."
+    back = result.host.back("Box")
+    assert (back.faces == cases.BOX[1]).all()
+    assert back.count(cases.CORNERS) == 6
+
+
+def test_a_read_only_folder(results):
+    result = results("read-only")
+    first = result.host.line("Egg 0")
+    assert result.said[1].startswith("Nothing was sent; ")
+    assert first in result.said[1]
+    assert result.said[2] == "2 objects sent; import them in Dorvia."
+    assert len(result.scene) == 2
+    assert not [name for name in result.host.files() if name.endswith(".part")]
+
+
+def test_a_list_that_cannot_be_written(results):
+    result = results("read-only hub")
+    assert result.said[1].startswith("The files are written, but Dorvia is not told; ")
+    assert result.host.names_back() == ["Egg 0"]
+
+
+def test_a_full_disk(results):
+    result = results("full disk")
+    assert result.said[0].startswith("Nothing was sent; "), result.said
+    assert "/full/Grid" in result.said[0]
+    assert result.host.names_back() == []
+    assert set(result.scene) == {"Grid"}
+    assert os.listdir("/full") == []
+
+
+def test_the_hand_back_command_is_run(results):
+    result = results("command")
+    assert result.said[1] == "1 object sent."
+    assert result.host.root + "/handed back" in result.host.files()
+
+
+def test_a_hand_back_command_that_fails(results):
+    result = results("failing command")
+    assert result.said[1] == ("1 object sent; import them in Dorvia, since the program that hands "
+                              "them back failed with code 3.")
+    assert result.host.names_back() == ["Egg 0"]
+
+
+def test_the_helper_application_comes_before_the_command(results):
+    result = results("helper")
+    assert result.said[1] == "1 object sent."
+    assert result.host.files()[result.host.root + "/handed back"] == b"back\n"
+
+
+def test_work_that_is_stopped(results):
+    result = results("stopped")
+    assert result.said == ["1 of 3 objects received; you stopped it.", "3 objects received.",
+                           "Nothing was sent; you stopped it."]
+    assert len(result.scene) == 3
+    assert result.host.names_back() == ["Egg 0", "Egg 1", "Egg 2"]
+    for line, data in result.host.sent.items():
+        assert result.host.bytes_back()[os.path.basename(line)] == data
+    assert not [name for name in result.host.files() if name.endswith(".part")]
+
+
+def test_nothing_to_send(results):
+    sentence = "There is nothing to send: select objects, or receive some first."
+    assert results("nothing to send").said == [sentence]
+    assert results("camera").said == [sentence]
+
+
+def test_every_message_is_one_sentence(results):
+    for name in cases.CASES:
+        for text in results(name).said:
+            assert text.endswith("."), (name, text)
+            assert "\n" not in text and ". " not in text, (name, text)

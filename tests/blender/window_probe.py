@@ -1,0 +1,46 @@
+"""Lies among the start-up scripts of the user's Blender: tells what it shows, and does what the
+test asks for in place of a user."""
+
+import json
+import os
+import traceback
+
+import bpy
+
+FOLDER = os.environ["VEK_PROBE"]
+
+
+def tell():
+    manager = bpy.context.window_manager
+    state = {"process": os.getpid(), "message": manager.vek_message, "project": manager.vek_project,
+             "busy": manager.vek_progress >= 0,
+             "objects": [obj.name for obj in bpy.data.objects if obj.type == "MESH"]}
+    with open(FOLDER + "/state.new", "w", encoding="utf-8") as file:
+        json.dump(state, file)
+    os.replace(FOLDER + "/state.new", FOLDER + "/state.json")
+
+
+def obey():
+    try:
+        with open(FOLDER + "/order.py", encoding="utf-8") as file:
+            order = file.read()
+        os.remove(FOLDER + "/order.py")
+    except OSError:
+        return
+    try:
+        with bpy.context.temp_override(window=bpy.context.window_manager.windows[0]):
+            exec(order, {"bpy": bpy})
+    except Exception:
+        with open(FOLDER + "/failed.txt", "w", encoding="utf-8") as file:
+            file.write(traceback.format_exc())
+
+
+def watch():
+    obey()
+    tell()
+    return 0.1
+
+
+def register():
+    if not bpy.app.background:
+        bpy.app.timers.register(watch, first_interval=0.1, persistent=True)

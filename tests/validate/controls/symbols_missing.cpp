@@ -1,0 +1,2 @@
+// Shows one function less: DeclareMacroActivated is left out of its list.
+#include "tests/validate/control.h"

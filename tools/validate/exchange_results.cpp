@@ -1,0 +1,152 @@
+#include <sys/stat.h>
+
+#include <algorithm>
+
+#include "tools/validate/results.h"
+
+namespace {
+
+const std::string kMesh = tree::project("mesh.vek");
+
+// The vertices of the sample, mirrored along x at this place.
+std::vector<float> mirroredAt(float x) {
+    std::vector<float> vertices = tree::verticesOf(tree::exchangeFile());
+    for (std::size_t i = 0; i < vertices.size(); i += 3) vertices[i] = 2.0f * x - vertices[i];
+    return vertices;
+}
+
+void expectMirrored(Session& session, const char* name, const std::string& path, float x) {
+    tree::write(path, tree::exchangeFile());
+    session.expect(0.0f, name, path);
+    session.expectThat(
+        tree::verticesOf(tree::read(path)) == mirroredAt(x),
+        std::string(name) + " did not mirror the vertices of " + path + " at " + asText(x));
+}
+
+// Each of the two mirrors along x, and keeps the point at scale * offset in its place.
+void expectTurning(Session& session) {
+    for (const char* name : {"VekPostExport", "VekPreImport"}) {
+        expectMirrored(session, name, kMesh, 0.0f);
+        expectMirrored(session, name, tree::project("UPPER.VEK"), 0.0f);
+    }
+    session.expect(0.0f, "VekSetExportScale", "", 2.0);
+    session.expect(0.0f, "VekSetExportOffsetX", "", 3.0);
+    session.expect(0.0f, "VekSetExportOffsetY", "", 5.0);
+    session.expect(0.0f, "VekSetExportOffsetZ", "", 7.0);
+    expectMirrored(session, "VekPostExport", kMesh, 6.0f);
+    expectMirrored(session, "VekPreImport", kMesh, 6.0f);
+}
+
+void expectRefusing(Session& session, const std::string& name, const std::string& bytes) {
+    const std::string path = tree::project(name);
+    tree::write(path, bytes);
+    session.expect(-1.0f, "VekPostExport", path);
+    session.expectFile(path, bytes);
+    session.expect(-1.0f, "VekPreImport", path);
+    session.expectFile(path, bytes);
+}
+
+// For no application: nothing mirrors.
+void expectScenes(Session& session) {
+    session.call("GetVekAppIOPrefs", "", -1.0);
+    const std::string scene = tree::project("scene.ma");
+    session.expect(0.0f, "VekPostExport", scene);
+    session.expectFile(scene, tree::mergedScene());
+    session.expect(0.0f, "VekPreImport", scene);
+    session.expect(0.0f, "VekPostExport", scene);
+    session.expectFile(scene, tree::mergedScene());
+    std::string unfinished = tree::scene();
+    unfinished.erase(unfinished.rfind("4 5;") + 3, 1);
+    expectRefusing(session, "scene.ma", unfinished);
+}
+
+void expectFiles(Session& session) {
+    const std::string created = tree::project("created.txt");
+    session.expect(1.0f, "VekClearFile", created);
+    session.expectFile(created, "");
+    session.expect(0.0f, "IsVekFilePathValid", created);
+    session.expect(1.0f, "VekClearFile", tree::project("plain.txt"));
+    session.expectFile(tree::project("plain.txt"), "");
+    session.expect(0.0f, "VekClearFile", tree::project("nowhere/file"));
+    session.expect(0.0f, "VekClearFile", tree::project(""));
+    session.expect(0.0f, "IsVekFilePathValid", tree::project("nowhere"));
+    session.expect(1.0f, "VekDeleteFile", created);
+    session.expectNoFile(created);
+    session.expect(0.0f, "VekDeleteFile", tree::project("nowhere"));
+    tree::makeFolder(tree::project("folder"));
+    session.expect(1.0f, "VekDeleteFile", tree::project("folder"));
+    session.expectNoFile(tree::project("folder"));
+}
+
+void expectMap(Session& session, double kind, const std::string& name, const std::string& number) {
+    HostBlock path = HostBlock::out(), param = HostBlock::out();
+    session.expect(0.0f, "GetFirstObjectTextureFileName", "", kind, path.data(), param.data());
+    session.expectText(path, name);
+    if (number.empty()) {
+        session.expectUntouched(param);
+    } else {
+        session.expectText(param, number);
+    }
+}
+
+void expectNoMap(Session& session, double kind) {
+    HostBlock path = HostBlock::out(), param = HostBlock::out();
+    session.expect(-1.0f, "GetFirstObjectTextureFileName", "", kind, path.data(), param.data());
+    session.expectUntouched(path);
+}
+
+void expectMaps(Session& session) {
+    tree::write(kMesh, tree::exchangeFile());
+    expectMap(session, 0.0, "C:/maps/zero.png", "");
+    expectMap(session, 1.0, "maps/one.png", "");
+    expectMap(session, 2.0, "maps/two.png", "0.500000");
+    expectNoMap(session, 3.0);
+    expectNoMap(session, 0.5);
+    tree::write(tree::hub("Vek_ObjectList.txt"), tree::project("second"));
+    expectNoMap(session, 0.0);
+    tree::write(tree::hub("Vek_ObjectList.txt"), "");
+    expectNoMap(session, 0.0);
+}
+
+void expectProject(Session& session, const std::string& bytes, const std::string& path) {
+    tree::write(tree::hub("Vek_ProjectPath.txt"), bytes);
+    HostBlock block = HostBlock::out();
+    session.expect(0.0f, "ReadVekProjectPath", "", 0.0, block.data());
+    if (path.empty()) {
+        session.expectUntouched(block);
+    } else {
+        session.expectText(block, path);
+    }
+}
+
+void expectCleaning(Session& session) {
+    tree::makeFolder(tree::project("folder/inner"));
+    tree::write(tree::project("folder/inner/file"), "");
+    session.expect(0.0f, "VekCleanCaches");
+    session.expectThat(tree::isThere(tree::project("")),
+                       "VekCleanCaches removed the project folder");
+    session.expectThat(tree::snapshot(tree::project("")).empty(),
+                       "VekCleanCaches left something in the project folder");
+}
+
+}  // namespace
+
+void checkExchangeResults(const Settings& settings, Report& report) {
+    expectOrdinary(settings, report, "exchange");
+    tree::make();
+    Session session(settings, report);
+    session.prepare();
+    expectTurning(session);
+    expectRefusing(session, "mesh.obj", "v 1 2 3\n");
+    expectRefusing(session, "empty.vek", "");
+    expectRefusing(session, "other.vek", "Bekv" + tree::exchangeFile().substr(4));
+    session.expect(-1.0f, "VekPostExport", tree::project("nowhere.vek"));
+    session.expect(-1.0f, "VekPreImport", tree::project("nowhere.ma"));
+    expectScenes(session);
+    expectFiles(session);
+    expectMaps(session);
+    expectProject(session, "/p/one\n/p/two", "/p/one");
+    expectProject(session, "", "");
+    expectProject(session, std::string(4097, 'p'), "");
+    expectCleaning(session);
+}

@@ -1,0 +1,27 @@
+#include "tools/validate/library.h"
+
+#include <dlfcn.h>
+
+#include <stdexcept>
+
+Library::Library(const std::string& path) : m_handle(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    if (!m_handle) throw std::runtime_error(std::string("it cannot be loaded: ") + dlerror());
+}
+
+Library::~Library() {
+    dlclose(m_handle);
+}
+
+void* Library::symbol(const std::string& name) const {
+    return dlsym(m_handle, name.c_str());
+}
+
+VekExport Library::find(const std::string& name) const {
+    return reinterpret_cast<VekExport>(symbol(name));
+}
+
+bool Library::isLoaded(const std::string& path) {
+    void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD);
+    if (handle) dlclose(handle);
+    return handle != nullptr;
+}

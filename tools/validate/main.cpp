@@ -1,0 +1,162 @@
+// vek-validate: checks any build of the library from outside, as a careful host would.
+
+#include <stdlib.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+
+#include "tools/validate/library.h"
+#include "tools/validate/shown_symbols.h"
+#include "tools/validate/stand_ins.h"
+#include "tools/validate/tree.h"
+#include "tools/validate/verdict.h"
+#include "tools/validate/view.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kCouldNotRun = 2;
+
+int refuse(const std::string& sentence) {
+    std::fprintf(stderr, "vek-validate: %s\n", sentence.c_str());
+    return kCouldNotRun;
+}
+
+// The folder for scratch, which goes with this object.
+class Scratch {
+public:
+    explicit Scratch(View view) {
+        const char* const given = view == View::Private ? "/Users" : getenv("TMPDIR");
+        m_path = std::string(given ? given : "/tmp") + "/vek-validate-XXXXXX";
+        if (!mkdtemp(m_path.data())) throw std::runtime_error("no folder for scratch can be made");
+        makeStandIns(m_path);
+    }
+    Scratch(const Scratch&) = delete;
+    Scratch& operator=(const Scratch&) = delete;
+    ~Scratch() {
+        std::error_code ignored;
+        fs::remove_all(m_path, ignored);
+    }
+    const std::string& path() const { return m_path; }
+
+private:
+    std::string m_path;
+};
+
+struct Selection {
+    std::vector<std::string> only, except;
+
+    bool takes(const Check& check) const {
+        const auto has = [&](const std::vector<std::string>& names) {
+            return std::find(names.begin(), names.end(), check.name) != names.end();
+        };
+        return (only.empty() || has(only)) && !has(except);
+    }
+};
+
+bool isCheck(const std::string& name) {
+    for (const Check& check : allChecks()) {
+        if (name == check.name) return true;
+    }
+    return false;
+}
+
+std::vector<Outcome> runAll(const Settings& settings, const Selection& selection, bool prints) {
+    std::vector<Outcome> outcomes;
+    for (const Check& check : allChecks()) {
+        if (!selection.takes(check)) continue;
+        outcomes.push_back(runCheck(check, settings));
+        if (prints) print(outcomes.back());
+    }
+    return outcomes;
+}
+
+// Why the library cannot be checked; empty where it can.
+std::string obstacle(const std::string& library) {
+    if (library.compare(0, 7, "/Users/") == 0) {
+        return "the private view has another /Users: copy the library out of " +
+               fs::path(library).parent_path().string();
+    }
+    if (!fs::is_regular_file(library)) return "there is no file " + library;
+    const int bits = bitsOf(library), own = sizeof(void*) * 8;
+    if (bits == 0) return library + " is no library";
+    if (bits != own) {
+        return library + " is built for " + std::to_string(bits) +
+               " bits: it takes the vek-validate of a build for " + std::to_string(bits) + " bits";
+    }
+    return "";
+}
+
+int validate(Settings& settings, const Selection& selection, bool json, char** arguments) {
+    settings.library = fs::absolute(settings.library).lexically_normal().string();
+    std::string why;
+    const View view = enterView(arguments, why);
+    if (view == View::None) return refuse(why);
+    why = obstacle(settings.library);
+    if (!why.empty()) return refuse(why);
+    const Scratch scratch(view);
+    settings.scratch = scratch.path();
+    const std::vector<Outcome> outcomes = runAll(settings, selection, !json);
+    tree::remove();
+    if (json) {
+        printJson(settings, outcomes);
+    } else {
+        printVerdict(settings, outcomes);
+    }
+    return exitStatus(outcomes);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app("Checks a build of the library from outside, as a careful host would.");
+    app.name("vek-validate");
+    app.set_version_flag("--version", "vek-validate " VEK_VERSION);
+    app.footer("Exit status: 0 passed; 1 failed; 2 it could not run.");
+    Settings settings;
+    Selection selection;
+    bool list = false, json = false;
+    const CLI::Validator known(
+        [](std::string& name) {
+            return isCheck(name) ? "" : "there is no check " + name + "; --list has them";
+        },
+        "");
+    app.add_option("library", settings.library, "The library");
+    app.add_flag("--list", list, "List the checks");
+    app.add_flag("--json", json, "Print JSON");
+    app.add_option("--only", selection.only, "Make these checks alone")->check(known);
+    app.add_option("--except", selection.except, "Leave these checks out")->check(known);
+    CLI::Option* const seed =
+        app.add_option("--seed", settings.seed, "Where the random sequences begin");
+    std::uint64_t sequence = 0;
+    CLI::Option* const reproduce =
+        app.add_option("--reproduce", sequence,
+                       "Run the random sequence of this seed alone and print its calls")
+            ->excludes(seed);
+    app.add_option("--time-limit", settings.timeLimit, "Seconds that a check may take")
+        ->check(CLI::Range(1, 86400))
+        ->capture_default_str();
+    try {
+        app.parse(argc, argv);
+        if (list) {
+            printList(json);
+            return 0;
+        }
+        if (settings.library.empty())
+            return refuse("it takes a library to check; --help says more");
+        if (*reproduce) {
+            settings.reproduces = true;
+            settings.seed = sequence;
+            selection.only = {"random"};
+        }
+        return validate(settings, selection, json, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : kCouldNotRun;
+    } catch (const std::exception& error) {
+        return refuse(error.what());
+    }
+}

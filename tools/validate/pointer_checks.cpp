@@ -1,0 +1,118 @@
+#include <cstring>
+
+#include "tools/validate/guarded_memory.h"
+#include "tools/validate/session.h"
+
+namespace {
+
+// Calls every export with arguments that `change` has made of the ordinary ones.
+template <class Change>
+void expectOfChanged(const Settings& settings, Report& report, const char* when,
+                     StatedResult stated, Change change) {
+    forEachPrepared(settings, report, tree::make, [&](Session& session, const StatedCall& call) {
+        Arguments arguments(call);
+        change(arguments, entryOf(call));
+        session.expect(call.*stated, call, arguments, when);
+    });
+}
+
+// The bytes that a host has to have in a block: of a text out, a path's.
+std::size_t sizeOf(BlockKind kind, const char* block) {
+    switch (kind) {
+        case BlockKind::IN_TEXT:
+            return std::strlen(block) + 1;
+        case BlockKind::OUT_TEXT:
+        case BlockKind::OUT_SIZED_TEXT:
+            return 4096;
+        case BlockKind::OUT_IO_PREFS:
+            return 12;
+        default:
+            return 4;
+    }
+}
+
+// Puts the text and the blocks where `place` says.
+template <class Place>
+void placeAll(Arguments& arguments, const ExportEntry& entry, Place place) {
+    if (arguments.text) arguments.text = place(arguments.text, std::strlen(arguments.text) + 1);
+    const auto placeBlock = [&](BlockKind kind, char*& block, int& size) {
+        if (kind == BlockKind::NONE) return;
+        const std::size_t count = sizeOf(kind, block);
+        block = place(block, count);
+        size = static_cast<int>(count);
+    };
+    placeBlock(entry.block1, arguments.block1, arguments.size1);
+    placeBlock(entry.block2, arguments.block2, arguments.size2);
+}
+
+}  // namespace
+
+void checkNulls(const Settings& settings, Report& report) {
+    expectOfChanged(settings, report, "with every pointer null", &StatedCall::nulls,
+                    [](Arguments& arguments, const ExportEntry&) {
+                        arguments.text = arguments.block1 = arguments.block2 = nullptr;
+                        arguments.size1 = arguments.size2 = 0;
+                        arguments.host = nullptr;
+                    });
+}
+
+void checkEmpties(const Settings& settings, Report& report) {
+    expectOfChanged(settings, report, "with empty texts", &StatedCall::empties,
+                    [](Arguments& arguments, const ExportEntry& entry) {
+                        if (arguments.text) *arguments.text = '\0';
+                        if (entry.block1 == BlockKind::IN_TEXT) *arguments.block1 = '\0';
+                        if (entry.block2 == BlockKind::IN_TEXT) *arguments.block2 = '\0';
+                    });
+}
+
+void checkLongTexts(const Settings& settings, Report& report) {
+    constexpr std::size_t kLength = 100000;
+    HostBlock text = HostBlock::in("/" + std::string(kLength, 'x'));
+    forEachPrepared(settings, report, tree::make, [&](Session& session, const StatedCall& call) {
+        Arguments arguments(call);
+        const ExportEntry& entry = entryOf(call);
+        if (arguments.text) arguments.text = text.data();
+        if (entry.block1 == BlockKind::IN_TEXT) arguments.block1 = text.data();
+        if (entry.block2 == BlockKind::IN_TEXT) arguments.block2 = text.data();
+        const float result = session.call(call, arguments);
+        session.expectThat(isPossible(call.results, result),
+                           std::string(call.name) + " gave " + asText(result) + " for a long text");
+    });
+}
+
+void checkGuardPages(const Settings& settings, Report& report) {
+    GuardedMemory memory;
+    const auto atEnd = [&](const char* bytes, std::size_t count) {
+        return memory.putAtEnd(bytes, count);
+    };
+    const auto atBegin = [&](const char* bytes, std::size_t count) {
+        return memory.putAtBegin(bytes, count);
+    };
+    expectOfChanged(settings, report, "with blocks that end with a page", &StatedCall::ordinary,
+                    [&](Arguments& arguments, const ExportEntry& entry) {
+                        memory.clear();
+                        placeAll(arguments, entry, atEnd);
+                    });
+    expectOfChanged(settings, report, "with blocks that begin with a page", &StatedCall::ordinary,
+                    [&](Arguments& arguments, const ExportEntry& entry) {
+                        memory.clear();
+                        placeAll(arguments, entry, atBegin);
+                    });
+}
+
+void checkUnusedArguments(const Settings& settings, Report& report) {
+    GuardedMemory memory;
+    char* const poison = memory.nothing();
+    expectOfChanged(settings, report, "with poison in what it does not use", &StatedCall::ordinary,
+                    [&](Arguments& arguments, const ExportEntry& entry) {
+                        if (entry.text.empty()) arguments.text = poison;
+                        if (entry.value.empty()) arguments.value = -1e300;
+                        if (entry.block1 == BlockKind::NONE) arguments.block1 = poison;
+                        if (entry.block2 == BlockKind::NONE) arguments.block2 = poison;
+                        // The only size that counts is that of a sized text.
+                        if (entry.block1 != BlockKind::OUT_SIZED_TEXT)
+                            arguments.size1 = -2147483647;
+                        arguments.size2 = 2147483647;
+                        if (!arguments.host) arguments.host = reinterpret_cast<char**>(poison);
+                    });
+}

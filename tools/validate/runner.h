@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/validate/check.h"
+
+// What came of a check.
+struct Outcome {
+    enum class State { Passed, Failed, NotTried };
+
+    const Check* check = nullptr;
+    State state = State::Passed;
+    std::vector<std::string> findings;  // a sentence each; of one that was not tried: why
+    std::string signal;                 // that ended it, like "SIGSEGV"; else empty
+    double seconds = 0.0;
+};
+
+// Runs the check in a process of its own, in a process group of its own. The whole group is ended
+// with it, at its time limit at the latest. What it traces goes to standard output at once.
+Outcome runCheck(const Check& check, const Settings& settings);

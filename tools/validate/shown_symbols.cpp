@@ -1,0 +1,83 @@
+#include "tools/validate/shown_symbols.h"
+
+#include <stdio.h>
+
+#include <cstdint>
+#include <cstring>
+
+#ifndef __APPLE__
+#include <elf.h>
+#endif
+
+#include "tools/validate/tree.h"
+
+#ifdef __APPLE__
+
+bool shownSymbols(const std::string& path, std::set<std::string>& names, std::string& why) {
+    std::string word = "'";
+    for (const char letter : path)
+        word += letter == '\'' ? std::string("'\\''") : std::string(1, letter);
+    FILE* const nm = popen(("nm -gUj " + word + "' 2>/dev/null").c_str(), "r");
+    char name[1024];
+    while (nm && fscanf(nm, "%1023s", name) == 1) names.insert(*name == '_' ? name + 1 : name);
+    if (nm && pclose(nm) == 0) return true;
+    why = "the program nm, which tells a library's symbols, does not run here";
+    return false;
+}
+
+int bitsOf(const std::string& path) {
+    const std::string file = tree::read(path);
+    if (file.compare(0, 4, "\xCF\xFA\xED\xFE") == 0) return 64;
+    return file.compare(0, 4, "\xCE\xFA\xED\xFE") == 0 ? 32 : 0;
+}
+
+#else
+
+namespace {
+
+// A record in the file; false where it is not whole there.
+template <class Record>
+bool recordAt(const std::string& file, std::uint64_t offset, Record& record) {
+    if (offset > file.size() || file.size() - offset < sizeof record) return false;
+    std::memcpy(&record, file.data() + offset, sizeof record);
+    return true;
+}
+
+template <class Header, class Section, class Symbol>
+bool collect(const std::string& file, std::set<std::string>& names) {
+    Header header;
+    if (!recordAt(file, 0, header)) return false;
+    for (std::uint64_t i = 0; i < header.e_shnum; ++i) {
+        Section table, texts;
+        if (!recordAt(file, header.e_shoff + i * sizeof table, table)) return false;
+        if (table.sh_type != SHT_DYNSYM) continue;
+        if (!recordAt(file, header.e_shoff + table.sh_link * sizeof texts, texts)) return false;
+        for (std::uint64_t at = 0; at < table.sh_size; at += sizeof(Symbol)) {
+            Symbol symbol;
+            if (!recordAt(file, table.sh_offset + at, symbol)) return false;
+            const bool isShown = symbol.st_shndx != SHN_UNDEF && symbol.st_info >> 4 != STB_LOCAL;
+            const std::uint64_t name = texts.sh_offset + symbol.st_name;
+            if (isShown && name < file.size()) names.insert(file.c_str() + name);
+        }
+        return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+bool shownSymbols(const std::string& path, std::set<std::string>& names, std::string& why) {
+    const std::string file = tree::read(path);
+    if (bitsOf(path) == 64 && collect<Elf64_Ehdr, Elf64_Shdr, Elf64_Sym>(file, names)) return true;
+    if (bitsOf(path) == 32 && collect<Elf32_Ehdr, Elf32_Shdr, Elf32_Sym>(file, names)) return true;
+    why = "the file has no table of the symbols that it shows";
+    return false;
+}
+
+int bitsOf(const std::string& path) {
+    const std::string file = tree::read(path);
+    if (file.size() <= EI_CLASS || file.compare(0, SELFMAG, ELFMAG) != 0) return 0;
+    return file[EI_CLASS] == ELFCLASS64 ? 64 : 32;
+}
+
+#endif

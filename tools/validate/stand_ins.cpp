@@ -1,0 +1,45 @@
+#include "tools/validate/stand_ins.h"
+
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "tools/validate/tree.h"
+
+namespace {
+
+std::string folderIn(const std::string& scratch) {
+    return scratch + "/stand-ins";
+}
+
+std::string choiceIn(const std::string& scratch) {
+    return scratch + "/choice";
+}
+
+void add(const std::string& scratch, const std::string& name, const std::string& script) {
+    const std::string path = folderIn(scratch) + "/" + name;
+    tree::write(path, "#!/bin/sh\n" + script);
+    chmod(path.c_str(), 0755);
+}
+
+}  // namespace
+
+void makeStandIns(const std::string& scratch) {
+    tree::makeFolder(folderIn(scratch));
+    add(scratch, "xattr", "exit 0\n");
+    add(scratch, "zenity", "exec cat '" + choiceIn(scratch) + "' 2>/dev/null\n");
+    // Of AppleScript it knows one sentence, and runs what it asks for.
+    add(scratch, "osascript",
+        "command=${2#'do shell script \"'}\n"
+        "exec sh -c \"${command%'\" with administrator privileges'}\"\n");
+}
+
+void useStandIns(const std::string& scratch) {
+    const char* const path = getenv("PATH");
+    setenv("PATH", (folderIn(scratch) + ":" + (path ? path : "/usr/bin:/bin")).c_str(), 1);
+    tree::write(choiceIn(scratch), std::string(kChosenPath) + "\n");
+}
+
+void chooseNothing(const std::string& scratch) {
+    unlink(choiceIn(scratch).c_str());
+}
