@@ -300,6 +300,14 @@ TEST(BoolArray, WritesAllBits) {
     EXPECT_TRUE(guarded(bits));
 }
 
+TEST(BoolArray, InvertsWholeBytesAndTheBitsBehindThem) {
+    BXBoolArray bits(20, false);
+    bits.set(9, true);
+    bits.inverse();
+    EXPECT_EQ(row(bits), "11111111101111111111");
+    EXPECT_TRUE(guarded(bits));
+}
+
 TEST(BoolArray, InvertsEveryStorageByteOrTheBitsInUseAlone) {
     BXBoolArray bits(10, true);
     bits.resize(3, false);
