@@ -114,6 +114,7 @@ KillCounts killInside(const Killing& killing, int kills) {
                 break;
             case Found::Half:
                 ++counts.half;
+                counts.lost += !killing.mayBeHalf(n);
                 break;
         }
     }
