@@ -108,6 +108,7 @@ KillCounts killInside(const Killing& killing, int kills) {
                 break;
             case Found::After:
                 ++counts.after;
+                counts.taken += !killing.hasArrived(n);
                 break;
             case Found::Refused:
                 ++counts.refused;
@@ -130,5 +131,6 @@ std::string KillCounts::text(const char* name) const {
     std::ostringstream row;
     row << "| " << name << " | " << kills << " | " << before << " | " << after << " | " << refused
         << " | " << half << " | " << readings << " | " << readRefused << " | " << readHalf << " |";
+    if (taken > 0) row << " " << taken << " taken and not handed over";
     return row.str();
 }

@@ -26,6 +26,8 @@ struct Killing {
     std::function<Found(int n)> look;
     // Whether what is half-written has lost no more than it may.
     std::function<bool(int n)> mayBeHalf = [](int) { return false; };
+    // Whether what the n-th call took, when it is found done, is where it was to go.
+    std::function<bool(int n)> hasArrived = [](int) { return true; };
     // Whether the n-th call is one in which the process is to be killed.
     std::function<bool(int n)> counts = [](int) { return true; };
 };
@@ -33,7 +35,8 @@ struct Killing {
 struct KillCounts {
     int kills = 0;  // inside a call
     int before = 0, after = 0, refused = 0, half = 0;
-    int lost = 0;  // of those that are half-written
+    int lost = 0;   // of those that are half-written
+    int taken = 0;  // of those as after the call: what has not arrived
     long readings = 0, readRefused = 0, readHalf = 0;
 
     std::string text(const char* name) const;

@@ -92,6 +92,10 @@ protected:
             return isWith == (n % 2 == 0) ? Found::After : Found::Before;
         };
         killing.mayBeHalf = [list](int n) { return isCutAtOnePlace(list, object(n - n % 2)); };
+        killing.hasArrived = [taking](int n) {
+            const std::string taken = Tree::hub("Vek_ObjectPath.txt");
+            return !taking || (fileIsThere(taken) && linesOf(taken) == Lines{object(n - 1)});
+        };
         killing.counts = [taking](int n) { return (n % 2 == 1) == taking; };
         return killing;
     }
