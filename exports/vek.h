@@ -15,7 +15,8 @@
  *     empty leaves the block too. A null block is skipped.
  *  5. Numbers out are stored in the processor's byte order, without alignment.
  *  6. The result is the only report. No function throws, and a failure leaves files as they were
- *     unless the comment says otherwise; a file that was missing may be there and empty.
+ *     unless the comment says otherwise or the disk took a write in part; a file that was missing
+ *     may be there and empty.
  *  7. Paths may begin with a volume prefix that ends in ':'; the path is then what follows the
  *     first ':', or else the whole, from its first '/' on: "rel/file" is "/file", and "file" stays.
  *  8. Numbers in texts have a point as decimal separator whatever the process's locale.
@@ -88,7 +89,7 @@ VEK_EXPORT(AddVekObjectToList);
 /* Empties the list file or creates it empty. Returns 1; 0 when it cannot be opened. */
 VEK_EXPORT(ClearVekObjectList);
 /* Reads the list file into memory: every line that is not blank, without blanks and tabs at its
- * ends. Returns the number of objects, 0 when the file is missing. */
+ * ends. Returns the number of objects, 0 when the file is missing or cannot be read to its end. */
 VEK_EXPORT(ReadVekObjectList);
 /* value: an index into the list in memory; buffer1: out, the object line. Returns 0 always; an
  * index outside the list leaves buffer1 as it was. */

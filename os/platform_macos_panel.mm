@@ -1,13 +1,17 @@
 #import <AppKit/AppKit.h>
 
+#include <new>
+
 #include "os/platform_macos_panel.h"
 
 namespace {
 
-// The name in UTF-8, whatever characters it has; null when it has none there.
+// The name in UTF-8, whatever characters it has; null when it has none there, or without memory.
 std::unique_ptr<char[]> utf8Of(NSString* name) {
     const NSUInteger length = [name lengthOfBytesUsingEncoding:NSUTF8StringEncoding];
-    std::unique_ptr<char[]> path(new char[length + 1]);
+    // Without an exception, which would pass the panel by and leave it unreleased.
+    std::unique_ptr<char[]> path(new (std::nothrow) char[length + 1]);
+    if (!path) return nullptr;
     const BOOL copied = [name getCString:path.get()
                                maxLength:length + 1
                                 encoding:NSUTF8StringEncoding];

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstring>
 #include <set>
 #include <string>
 
@@ -12,6 +13,15 @@
 
 namespace {
 
+// C++'s own, and what the compiler and the sanitizers put in.
+bool isOfTheLanguage(const std::string& symbol) {
+    for (const char* beginning : {"_Z", "__cxa_", "__gxx", "_Unwind", "__gmon", "_ITM", "__asan",
+                                  "__ubsan", "__sanitizer"}) {
+        if (symbol.compare(0, std::strlen(beginning), beginning) == 0) return true;
+    }
+    return symbol.find("@GCC_") != std::string::npos;
+}
+
 // The functions of the C library and the allocators that the library asks for.
 std::set<std::string> neededSymbols() {
     std::set<std::string> symbols;
@@ -20,11 +30,9 @@ std::set<std::string> neededSymbols() {
     char kind[8], name[1024];
     while (std::fscanf(nm, "%7s %1023s", kind, name) == 2) {
         const std::string symbol = name;
-        const std::size_t version = symbol.find("@GLIBC_");
-        if (version != std::string::npos) symbols.insert(symbol.substr(0, version));
-        if (symbol.compare(0, 4, "_Znw") == 0 || symbol.compare(0, 4, "_Zna") == 0) {
-            symbols.insert("operator new");
-        }
+        const bool isNew = symbol.compare(0, 4, "_Znw") == 0 || symbol.compare(0, 4, "_Zna") == 0;
+        if (isNew) symbols.insert("operator new");
+        if (!isOfTheLanguage(symbol)) symbols.insert(symbol.substr(0, symbol.find('@')));
     }
     pclose(nm);
     return symbols;

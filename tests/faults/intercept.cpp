@@ -162,7 +162,8 @@ const std::vector<std::string>& callsThatCannotFail() {
         "strspn", "strstr", "strnlen", "memrchr", "strrchr", "snprintf", "vsnprintf",
         "__isoc99_sscanf",
         // Arithmetic.
-        "cos", "fmod", "sqrt", "trunc", "floor", "ceil"};
+        "__divdi3", "__moddi3", "__udivdi3", "__umoddi3", "cos", "fmod", "sqrt", "trunc", "floor",
+        "ceil"};
     return names;
 }
 

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <new>
@@ -72,6 +73,13 @@ void callUntilKilled(const Killing& killing, const SharedMemory& shared) {
     }
 }
 
+// The first call, and then up to a few times as long as it took.
+void waitForAFewCalls(const SharedMemory& shared, std::mt19937& random) {
+    useconds_t waited = 0;
+    for (; shared->done == 0; waited += 50) usleep(50);
+    usleep(static_cast<useconds_t>(random() % std::max<useconds_t>(3000, 4 * waited)));
+}
+
 void beginRound(const Killing& killing, const SharedMemory& shared) {
     ++shared->round;
     killing.prepare();
@@ -96,8 +104,7 @@ KillCounts killInside(const Killing& killing, int kills) {
     for (int tries = 0; counts.kills < kills && tries < 20 * kills; ++tries) {
         beginRound(killing, shared);
         const pid_t caller = inAnotherProcess([&] { callUntilKilled(killing, shared); });
-        while (shared->done == 0) usleep(50);
-        usleep(static_cast<useconds_t>(random() % 3000));
+        waitForAFewCalls(shared, random);
         end(caller);
         const int n = shared->begun - 1;
         if (shared->done > n || !killing.counts(n)) continue;
@@ -108,12 +115,14 @@ KillCounts killInside(const Killing& killing, int kills) {
                 break;
             case Found::After:
                 ++counts.after;
+                counts.taken += !killing.hasArrived(n);
                 break;
             case Found::Refused:
                 ++counts.refused;
                 break;
             case Found::Half:
                 ++counts.half;
+                counts.lost += !killing.mayBeHalf(n);
                 break;
         }
     }
@@ -129,5 +138,6 @@ std::string KillCounts::text(const char* name) const {
     std::ostringstream row;
     row << "| " << name << " | " << kills << " | " << before << " | " << after << " | " << refused
         << " | " << half << " | " << readings << " | " << readRefused << " | " << readHalf << " |";
+    if (taken > 0) row << " " << taken << " taken and not handed over";
     return row.str();
 }

@@ -18,8 +18,13 @@ State& state() {
 
 namespace {
 
-// As if in a pool that is never emptied.
-std::vector<id> s_objects;
+// As if in a pool that is emptied at the end of the program.
+struct Objects {
+    ~Objects() {
+        for (const id object : all) object_dispose(object);
+    }
+    std::vector<id> all;
+} s_objects;
 std::deque<std::string> s_texts;
 
 NSString* newString(const std::string& bytes) {
@@ -39,7 +44,7 @@ void note(const std::string& call) {
 + (id)alloc {
     NSObject* const object = class_createInstance(self, 0);
     object->m_references = 1;
-    s_objects.push_back(object);
+    s_objects.all.push_back(object);
     return object;
 }
 - (id)init {
