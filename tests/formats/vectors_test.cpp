@@ -55,13 +55,13 @@ TEST(Vectors, ArePlainValues) {
     EXPECT_EQ(out.str(), "(1, 2, 0)(0.5, -1)");
 }
 
-// Required(R71)
 TEST(Vectors, ArePrintedWithTheirComponents) {
     std::ostringstream out;
     out << BXVector2f(1, 2) << BXVector2d(1.5, -2) << BXVector3f(1, 2, 3) << BXVector3d(0, 0.25, 1);
     EXPECT_EQ(out.str(), "(1, 2)(1.5, -2)(1, 2, 3)(0, 0.25, 1)");
 }
 
+// Required(R71)
 TEST(Vectors, GiveOneForTheDoubleAndZeroForTheFloatVectorWithoutLength) {
     BXVector3d d;
     EXPECT_EQ(d.normalize(), 1.0);
