@@ -5,18 +5,20 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 # As it is written, whatever characters the path has.
 override export MESH := $(value MESH)
 
-.PHONY: help setup macos-headers build test coverage demo bench package format clean
+.PHONY: help setup macos-headers build test coverage memcheck demo bench package \
+    format clean
 
 help:
-	@echo "make demo    a mesh goes to another application and back; MESH=path.obj takes your own,"
-	@echo "             APP=Blender takes the real Blender, with ten objects and a picture"
-	@echo "make test    builds and runs the tests: 64-bit, 32-bit, and under sanitizers"
-	@echo "make build   builds build/release/libVek.so and the tool build/release/bin/vek"
+	@echo "make demo      a mesh goes to another application and back; MESH=path.obj takes your own,"
+	@echo "               APP=Blender takes the real Blender, with ten objects and a picture"
+	@echo "make test      builds and runs the tests: 64-bit, 32-bit, and under sanitizers"
+	@echo "make build     builds build/release/libVek.so and the tool build/release/bin/vek"
+	@echo "make package   leaves a .deb in build/, on a Mac a .zip"
+	@echo "make bench     measures, side by side with floors and peers"
 	@echo "make coverage  shows how much of the library its tests run, a folder a line"
-	@echo "make bench   measures, side by side with floors and peers"
-	@echo "make package leaves a .deb in build/, on a Mac a .zip"
-	@echo "make format  formats the sources"
-	@echo "make clean   removes build/"
+	@echo "make memcheck  runs the tests under valgrind, for an hour"
+	@echo "make format    formats the sources"
+	@echo "make clean     removes build/"
 
 setup:
 	@scripts/install-packages
@@ -64,6 +66,12 @@ coverage: setup
 	@find build/coverage -name '*.gcda' -delete
 	@ctest --preset coverage -j $(JOBS)
 	@scripts/coverage-table build/coverage --missing
+
+memcheck: setup
+	@scripts/install-packages packages-memcheck.txt
+	@cmake --preset dev >/dev/null
+	@cmake --build --preset dev -j $(JOBS)
+	@scripts/memcheck build/dev
 
 package: PACKAGE = $(if $(filter Darwin,$(shell uname)),macos-package,package)
 package: setup
