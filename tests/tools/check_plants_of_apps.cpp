@@ -12,7 +12,8 @@ std::vector<Plant> plantsOfApplications() {
     return {
         {"no application", kNothing,
          [] {
-             fs::remove_all(root("VekApps/Example"));
+             fs::remove_all(root("VekApps"));
+             makeShared(root("VekApps"));
              return Found{"no-application VekApps"};
          }},
         {"too many applications", kNothing,

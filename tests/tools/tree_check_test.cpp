@@ -89,6 +89,14 @@ TEST(TreeCheck, FindsNothingInATreeThatIsUsedAsItShouldBe) {
     writeFile(Tree::app("My App", "Vek_Config.txt"),
               "MINE : 1\nPATH=" + Tree::app("My App", "edit.sh") +
                   "\nAPPS_UNLOCKED = True\nUNLOCKED = maybe\nPATH_OF_MINE = x\n");
+    addGoodApp("Own Keys");
+    writeFile(Tree::app("Own Keys", "Vek_Config.txt"),
+              "MATH=2\nBATH = 1\nAPPS_LOCKED=no\nUSER_HOME = \"/root\"\nEDIT_SCRIPT = \"/x.py\"\n"
+              "HAND_BACK_COMMAND = \"open -a x\"\n");
+    ASSERT_EQ(chmod(Tree::app("Own Keys", "Vek_Config.txt").c_str(), 0666), 0);
+    addGoodApp("Volume");
+    writeFile(Tree::app("Volume", "Vek_Config.txt"), "PATH = \"Macintosh HD:/bin/sh\"\n");
+    ASSERT_EQ(chmod(Tree::app("Volume", "Vek_Config.txt").c_str(), 0666), 0);
     ASSERT_EQ(chmod(Tree::app("My App", "Vek_Config.txt").c_str(), 0666), 0);
     makeFolders(Tree::app("My App", "Helper.app/Contents/MacOS"));
     writeFile(Tree::app("My App", "Helper.app/Contents/MacOS/applet"), "#!/bin/sh\n");
@@ -243,8 +251,51 @@ TEST(TreeCheck, LimitsWhatItSaysOfALongList) {
     writeFile(Tree::objectList(), list);
     const TreeState state = checkTree();
     EXPECT_EQ(state.findings.all().size(), 21u);
-    EXPECT_EQ(state.findings.all()[0].what, "So are 980 objects more.");
+    EXPECT_EQ(state.findings.all()[0].what, "This was found 980 times more in it.");
     EXPECT_EQ(state.objects, 1000u);
+}
+
+TEST(TreeCheck, LimitsWhatItSaysOfJunk) {
+    const TreeToCheck tree;
+    std::string list;
+    std::string descriptor;
+    for (int i = 0; i < 5000; ++i) {
+        list += "object" + std::to_string(i) + "\n";
+        descriptor += "q" + std::to_string(i) + "\n";
+    }
+    addGoodApp("Junk", descriptor);
+    writeFile(Tree::objectList(), list);
+    const TreeState state = checkTree();
+    std::map<std::string, int> counts;
+    for (const Finding& finding : state.findings.all()) ++counts[finding.kind->code];
+    EXPECT_EQ(counts, (std::map<std::string, int>{{"relative-path", 21}, {"unknown-key", 21}}));
+}
+
+TEST(TreeCheck, TakesForSelectedOnlyWhatTheBridgeTakesForAnApplication) {
+    const TreeToCheck tree;
+    writeFile(Tree::root() + "/VekApps/notes.txt", "mine");
+    makeFolders(Tree::root() + "/VekApps/.git");
+    for (const char* selected :
+         {".", "..", "../VekApps/Example", "Example/", "notes.txt", ".git"}) {
+        writeFile(Tree::hub("Vek_Application.txt"), selected);
+        EXPECT_EQ(codesOf(checkTree()), Found{"selected-app-missing VekHub/Vek_Application.txt:1"})
+            << selected;
+    }
+    writeFile(Tree::hub("Vek_Application.txt"), "eXAMPLE");
+    EXPECT_EQ(codesOf(checkTree()), Found());
+}
+
+TEST(TreeCheck, NamesTheClosedFolderOnTheWayToTheProject) {
+    const TreeToCheck tree;
+    const std::string closed = Tree::root() + "/VekProjects/closed";
+    makeFolders(closed + "/inner/mine");
+    writeFile(Tree::hub("Vek_ProjectPath.txt"), closed + "/inner/mine");
+    ASSERT_EQ(chmod((closed + "/inner/mine").c_str(), 0777), 0);
+    EXPECT_EQ(codesOf(checkTree()), Found());
+    ASSERT_EQ(chmod(closed.c_str(), 0), 0);
+    EXPECT_EQ(only(checkTree()).what, "This user cannot reach the project folder \"" + closed +
+                                          "/inner/mine\": " + closed + " is closed.");
+    EXPECT_NE(only(checkTree()).advice.find("chmod a+rx " + closed), std::string::npos);
 }
 
 TEST(TreeCheck, TakesAnyBytes) {

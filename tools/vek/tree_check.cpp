@@ -133,5 +133,6 @@ TreeState checkTree() {
     if (checkFolder(state.findings, BXVek::s_VekProjectsFolder.c_str())) {
         checkFolder(state.findings, BXVek::s_VekDefaultProjectFolder.c_str());
     }
+    state.findings.tellWhatWasLeftOut();
     return state;
 }
