@@ -244,6 +244,45 @@ TEST(TreeCheck, NamesTheFileAndTheApplicationThatAreMeant) {
     EXPECT_NE(only(checkTree()).advice.find("init.sh"), std::string::npos);
 }
 
+TEST(TreeCheck, NamesThePathInEveryAdviceToChangeAMode) {
+    const TreeToCheck tree;
+    addGoodApp("My App");
+    const std::string script = Tree::app("My App", "edit.sh");
+    ASSERT_EQ(chmod(script.c_str(), 0700), 0);
+    EXPECT_EQ(only(checkTree()).advice, "Run: chmod a+r '" + script + "'");
+    ASSERT_EQ(chmod(script.c_str(), 0755), 0);
+    makeFolders(Tree::app("My App", "Helper.app"));
+    ASSERT_EQ(chmod(Tree::app("My App", "Helper.app").c_str(), 0), 0);
+    EXPECT_EQ(only(checkTree()).what, "This user cannot look into this folder.");
+    EXPECT_EQ(only(checkTree()).advice, "As its owner or an administrator, run: chmod a+rx '" +
+                                            Tree::app("My App", "Helper.app") + "'");
+}
+
+TEST(TreeCheck, BringsAShippedDescriptorAndRenamesNoFileOfTheTree) {
+    const TreeToCheck tree;
+    fs::remove(Tree::app("Example", "Vek_Info.txt"));
+    EXPECT_EQ(only(checkTree()).advice,
+              "Run vek init, which brings it, or move the folder out of VekApps.");
+    fs::rename(Tree::root() + "/VekApps/Example", Tree::root() + "/VekApps/Mine");
+    EXPECT_EQ(only(checkTree()).advice, "Write a Vek_Info.txt, or move the folder out of VekApps.");
+    writeFile(Tree::app("Mine", "Vek_info.text"), "NAME x\n");
+    EXPECT_EQ(only(checkTree()).advice, "Rename Vek_info.text to Vek_Info.txt if that is meant.");
+}
+
+TEST(TreeCheck, LimitsWhatItSaysOfClosedFiles) {
+    const TreeToCheck tree;
+    addGoodApp("App");
+    makeFolders(Tree::app("App", "many"));
+    for (int i = 0; i < 100; ++i) {
+        const std::string file = Tree::app("App", "many/" + std::to_string(i));
+        writeFile(file, "x");
+        ASSERT_EQ(chmod(file.c_str(), 0600), 0);
+    }
+    const TreeState state = checkTree();
+    ASSERT_EQ(state.findings.all().size(), 21u);
+    EXPECT_EQ(state.findings.all()[0].advice, "Run: chmod -R a+rX " + Tree::app("App", "many"));
+}
+
 TEST(TreeCheck, LimitsWhatItSaysOfALongList) {
     const TreeToCheck tree;
     std::string list;

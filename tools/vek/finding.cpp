@@ -89,9 +89,12 @@ const std::vector<FindingKind>& findingKinds() {
         {"command-file-missing", kError, "A command names no file of the folder."},
         {"blank-in-command", kError, "A blank became part of the name of a command's file."},
         {"command-not-runnable", kError, "A command's file cannot be run by every user."},
+        {"command-empty", kError, "A command's file is empty."},
         {"script-line-ends", kError, "A script has the line ends of another system."},
         {"interpreter-missing", kError, "The program that is to run a script is not there."},
         {"blank-in-path", kError, "A program's path has a blank in it."},
+        {"sign-in-path", kError,
+         "A program's path has a sign in it that a shell takes for its own."},
         // The switches of descriptors.
         {"mirrors-cancel", kWarning, "Two flips cancel each other."},
         {"mirrors-without-need", kWarning, "Three or four mirrors do what fewer do."},
