@@ -74,6 +74,20 @@ std::vector<Plant> plantsOfFolders() {
              writeFile(Tree::app("Example", ".vek-init-12-3"), "#!/bi");
              return Found{"left-over-file VekApps/Example/.vek-init-12-3"};
          }},
+        {"a hub that is a link to an empty folder", kNothing,
+         [] {
+             fs::remove_all(root("VekHub"));
+             makeShared(root("VekProjects/hub"));
+             fs::create_symlink("VekProjects/hub", root("VekHub"));
+             return Found{"linked-folder VekHub"};
+         }},
+        {"projects that are a link to an empty folder", kNothing,
+         [] {
+             fs::remove_all(root("VekProjects"));
+             makeShared(root("VekHub/projects"));
+             fs::create_symlink("VekHub/projects", root("VekProjects"));
+             return Found{"linked-folder VekProjects"};
+         }},
         {"a helper without a program", kOthers,
          [] {
              makeFolders(Tree::hub("VekLocateApp.app/Contents/MacOS"));

@@ -162,7 +162,34 @@ TEST(TreeCheck, FindsThatThereIsNoTree) {
     fs::create_symlink("Kelvaro", Tree::root());
     EXPECT_EQ(codesOf(checkTree()), Found{"broken-link "});
     fs::remove(Tree::root());
+    const std::string parent = Tree::root().substr(0, Tree::root().rfind('/'));
+    fs::rename(parent, parent + ".away");
+    writeFile(parent, "in the way");
+    EXPECT_EQ(only(checkTree()).path, parent);
+    EXPECT_STREQ(only(checkTree()).kind->code, "not-a-folder");
+    fs::remove(parent);
+    fs::create_symlink("nowhere", parent);
+    EXPECT_EQ(only(checkTree()).path, parent);
+    EXPECT_STREQ(only(checkTree()).kind->code, "broken-link");
+    fs::remove(parent);
+    fs::rename(parent + ".away", parent);
     makeFolders(Tree::root());
+}
+
+TEST(TreeCheck, NamesWhatALinkedFolderLacks) {
+    const TreeToCheck tree;
+    makeFolders(Tree::root() + "/VekProjects/hub");
+    ASSERT_EQ(chmod((Tree::root() + "/VekProjects/hub").c_str(), 0777), 0);
+    for (const char* name : {"Vek_Application.txt", "Vek_ProjectPath.txt", "Vek_Config.txt"}) {
+        fs::rename(Tree::hub(name), Tree::root() + "/VekProjects/hub/" + name);
+    }
+    fs::remove_all(Tree::root() + "/VekHub");
+    fs::create_symlink("VekProjects/hub", Tree::root() + "/VekHub");
+    EXPECT_EQ(only(checkTree()).what,
+              "This is a link, and what it leads to lacks Vek_ObjectPath.txt, Vek_ObjectList.txt.");
+    EXPECT_EQ(only(checkTree()).advice,
+              "Put that there yourself, or remove the link and run vek init.");
+    fs::remove(Tree::root() + "/VekHub");
 }
 
 TEST(TreeCheck, CannotLookAtATreeThatIsClosed) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -116,6 +117,37 @@ TEST_F(TreeCommands, TakeTheApplicationsThatAreInstalledBesideTheTool) {
     writeFile(m_folder / "given/Given/Vek_Info.txt", "NAME g\n");
     ASSERT_EQ(vek("init --apps " + shellWord(m_folder / "given")), 0) << m_said;
     EXPECT_TRUE(fileIsThere(Tree::app("Given", "Vek_Info.txt")));
+}
+
+TEST_F(TreeCommands, SayThatTheShippedApplicationsCannotBeRead) {
+    makeFolders(m_folder / "usr/bin");
+    makeFolders(m_folder / "usr/share/vek/apps");
+    fs::copy(VEK_BUILD_DIR "/bin/vek", m_folder / "usr/bin/vek");
+    const std::string program = shellWord(m_folder / "usr/bin/vek");
+    // Root, too, may then not read what its mode closes.
+    const std::string obeying =
+        geteuid() == 0 ? "setpriv --bounding-set=-dac_override,-dac_read_search -- " : "";
+    for (const char* closed : {"usr/share/vek/apps", "usr/share/vek"}) {
+        ASSERT_EQ(chmod((m_folder / closed).c_str(), 0), 0);
+        EXPECT_EQ(runProgram(obeying + program + " --version", m_said), 0) << m_said;
+        EXPECT_EQ(runProgram(obeying + program + " init", m_said), 2) << m_said;
+        EXPECT_TRUE(says("The folder of target applications cannot be read: " +
+                         (m_folder / "usr/share/vek/apps")))
+            << m_said;
+        ASSERT_EQ(chmod((m_folder / closed).c_str(), 0755), 0);
+    }
+}
+
+TEST_F(TreeCommands, SayThatALinkedHubIsNotComplete) {
+    ASSERT_EQ(vek("init"), 0) << m_said;
+    fs::remove_all(Tree::root() + "/VekHub");
+    fs::create_symlink(m_folder.path(), Tree::root() + "/VekHub");
+    EXPECT_EQ(vek("init"), 1) << m_said;
+    EXPECT_TRUE(
+        says("FAILED VekHub: It is a link, and what it leads to lacks Vek_Application.txt. "
+             "Put that there yourself, or remove the link and run vek init again.\n"))
+        << m_said;
+    fs::remove(Tree::root() + "/VekHub");
 }
 
 TEST_F(TreeCommands, MakeOneTreeWhenTwoUsersMakeItAtOnce) {

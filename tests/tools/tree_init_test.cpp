@@ -13,6 +13,7 @@
 #include "tests/support/permissions.h"
 #include "tests/support/temp_folder.h"
 #include "tests/tools/tree_snapshot.h"
+#include "tools/vek/shipped_apps.h"
 
 namespace fs = std::filesystem;
 
@@ -189,12 +190,97 @@ TEST_F(TreeInit, FollowsNoLinkOutOfTheTree) {
     const TreeReport report = make();
     EXPECT_EQ(snapshot(), before);
     EXPECT_EQ(snapshotOf(m_folder / "outside"), outside);
-    std::set<std::string> expected;
-    for (const char* path : {"VekProjects", "VekApps/Paint/Paint.app", "VekApps/Paint/edit.sh",
-                             "VekHub/Vek_Config.txt", "VekHub/Vek_ObjectList.txt"}) {
-        expected.insert(std::string("kept ") + path + ": it is a link, which is not followed");
+    EXPECT_EQ(remarks(report),
+              (std::set<std::string>{
+                  "kept VekProjects: it is a link, which is not followed",
+                  "failed VekApps/Paint/Paint.app: It is a link, and what it leads to lacks "
+                  "Contents.",
+                  "failed VekApps/Paint/edit.sh: It is a link that leads to no file.",
+                  "failed VekHub/Vek_Config.txt: It is a link that leads to no file.",
+                  "failed VekHub/Vek_ObjectList.txt: It is a link that leads to no file."}));
+}
+
+TEST_F(TreeInit, IsNotCompleteBehindALinkThatLacksSomething) {
+    make();
+    for (const char* name : {"VekHub", "VekApps", "VekProjects"}) {
+        fs::rename(file(name), m_folder / name);
+        fs::create_symlink(m_folder / name, file(name));
     }
-    EXPECT_EQ(remarks(report), expected);
+    EXPECT_EQ(remarks(make()),
+              (std::set<std::string>{"kept VekHub: it is a link, which is not followed",
+                                     "kept VekApps: it is a link, which is not followed",
+                                     "kept VekProjects: it is a link, which is not followed"}));
+    fs::remove(m_folder / "VekHub/Vek_Config.txt");
+    fs::remove(m_folder / "VekApps/Paint/Paint.app/Contents/MacOS/Paint");
+    fs::remove(m_folder / "VekProjects/Default");
+    const TreeReport report = make();
+    EXPECT_EQ(remarks(report),
+              (std::set<std::string>{
+                  "failed VekHub: It is a link, and what it leads to lacks Vek_Config.txt.",
+                  "failed VekApps: It is a link, and what it leads to lacks "
+                  "Paint/Paint.app/Contents/MacOS/Paint.",
+                  "failed VekProjects: It is a link, and what it leads to lacks Default."}));
+    EXPECT_EQ(report.steps[1].advice,
+              "Put that there yourself, or remove the link and run vek init again.");
+}
+
+TEST_F(TreeInit, DoesNotTakeALinkForAnApplication) {
+    make();
+    fs::rename(file("VekApps/Paint"), m_folder / "Paint");
+    fs::create_symlink(m_folder / "Paint", file("VekApps/Paint"));
+    EXPECT_EQ(remarks(make()), std::set<std::string>{"failed VekApps/Paint: It is a link, and the "
+                                                     "bridge passes links to applications over."});
+}
+
+TEST_F(TreeInit, SaysWhatOfTheShippedCannotBeRead) {
+    make();
+    ship("Paint/new.sh", "#!/bin/sh\n", 0);
+    ASSERT_EQ(chmod(apps("Paint/edit.sh").c_str(), 0), 0);
+    makeFolders(apps("Closed"));
+    ship("Closed/Vek_Info.txt", "NAME c\n", 0644);
+    ASSERT_EQ(chmod(apps("Closed").c_str(), 0), 0);
+    ASSERT_EQ(chmod(file("VekApps/Paint/Vek_Info.txt").c_str(), 0), 0);
+    TreeReport report;
+    {
+        const ObeyPermissions obey;
+        report = make();
+        std::error_code error;
+        EXPECT_EQ(shippedApps(apps("Closed"), error), std::vector<std::string>());
+        EXPECT_EQ(error, std::errc::permission_denied);
+    }
+    const std::string cannot = ": The shipped one cannot be read: ";
+    EXPECT_EQ(
+        remarks(report),
+        (std::set<std::string>{
+            "failed VekApps/Closed" + cannot + apps("Closed."),
+            "failed VekApps/Paint/edit.sh" + cannot + apps("Paint/edit.sh."),
+            "failed VekApps/Paint/new.sh" + cannot + apps("Paint/new.sh."),
+            "kept VekApps/Paint/Vek_Info.txt: it cannot be read; its mode is 0000, not 0644"}));
+    for (const TreeStep& step : report.steps) {
+        if (step.path == "VekApps/Paint/new.sh") {
+            EXPECT_EQ(step.advice, "Make it readable (chmod a+r " + apps("Paint/new.sh") +
+                                       ") and run vek init again.");
+        }
+    }
+    EXPECT_FALSE(fs::exists(file("VekApps/Closed")));
+    ASSERT_EQ(chmod(apps("Closed").c_str(), 0755), 0);
+}
+
+TEST_F(TreeInit, SaysOnceThatAFolderIsClosed) {
+    make();
+    ASSERT_EQ(chmod(file("VekHub").c_str(), 0), 0);
+    TreeReport report;
+    {
+        const ObeyPermissions obey;
+        report = make();
+    }
+    ASSERT_EQ(chmod(file("VekHub").c_str(), 0777), 0);
+    EXPECT_EQ(remarks(report),
+              std::set<std::string>{"failed VekHub: It cannot be looked into: Permission denied."});
+    EXPECT_EQ(report.steps[1].path, "VekHub");
+    EXPECT_EQ(report.steps[1].advice, "As its owner or an administrator, run: chmod a+rwx " +
+                                          file("VekHub") + ", and vek init again.");
+    EXPECT_EQ(report.steps[2].path, "VekProjects");
 }
 
 TEST_F(TreeInit, TakesATreeThatIsItselfReachedByALink) {
@@ -239,7 +325,16 @@ TEST_F(TreeInit, SaysThatThereCanBeNoTree) {
         EXPECT_TRUE(report.hasNoTree) << kind;
         ASSERT_EQ(report.steps.size(), 1u) << kind;
         EXPECT_NE(report.steps[0].advice.find("Move it away"), std::string::npos) << kind;
+        EXPECT_EQ(report.steps[0].path, root());
     }
+    fs::remove_all(m_folder / "Users/Shared");
+    writeFile(m_folder / "Users/Shared", "in the way");
+    EXPECT_EQ(remarks(make()), std::set<std::string>{"failed " + (m_folder / "Users/Shared") +
+                                                     ": A file stands where a folder should be."});
+    fs::remove(m_folder / "Users/Shared");
+    fs::create_symlink("nowhere", m_folder / "Users/Shared");
+    EXPECT_EQ(remarks(make()), std::set<std::string>{"failed " + (m_folder / "Users/Shared") +
+                                                     ": It is a link that leads to no folder."});
 }
 
 TEST_F(TreeInit, AsksForAnAdministratorWhereItMayNotWrite) {
@@ -262,7 +357,8 @@ TEST_F(TreeInit, AsksForAnAdministratorWhereItMayNotWrite) {
     ASSERT_EQ(chmod(file("VekProjects").c_str(), 0755), 0);
     ASSERT_EQ(chmod(root().c_str(), 0), 0);
     EXPECT_EQ(remarks(make()),
-              std::set<std::string>{"failed .: It cannot be looked into: Permission denied."});
+              std::set<std::string>{"failed " + root() +
+                                    ": It cannot be looked into: Permission denied."});
     ASSERT_EQ(chmod(root().c_str(), 0755), 0);
 }
 
@@ -325,6 +421,9 @@ TEST_F(TreeInit, ShipsAConfigurationThatEveryUserCanChange) {
 TEST_F(TreeInit, KnowsAnApplicationByItsDescriptor) {
     makeFolders(apps("Empty"));
     makeFolders(apps("Folder/Vek_Info.txt"));
-    EXPECT_EQ(shippedApps(m_folder / "apps"), std::vector<std::string>{"Paint"});
-    EXPECT_EQ(shippedApps(m_folder / "none"), std::vector<std::string>());
+    std::error_code error;
+    EXPECT_EQ(shippedApps(m_folder / "apps", error), std::vector<std::string>{"Paint"});
+    EXPECT_FALSE(error);
+    EXPECT_EQ(shippedApps(m_folder / "none", error), std::vector<std::string>());
+    EXPECT_EQ(error, std::errc::no_such_file_or_directory);
 }

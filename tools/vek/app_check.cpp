@@ -7,8 +7,8 @@
 #include "foundation/bx_string.h"
 #include "tools/vek/near_words.h"
 #include "tools/vek/shared_tree.h"
+#include "tools/vek/shipped_apps.h"
 #include "tools/vek/tree_checks.h"
-#include "tools/vek/tree_init.h"
 #include "tools/vek/tree_look.h"
 
 namespace {
@@ -33,7 +33,8 @@ void checkId(Findings& findings, const std::string& id, const std::string& folde
 }
 
 std::string adviceForNoDescriptor(const std::string& id, const std::string& folder) {
-    if (contains(shippedApps(shippedAppsFolder()), id)) {
+    std::error_code ignored;
+    if (contains(shippedApps(shippedAppsFolder(), ignored), id)) {
         return "Run vek init, which brings it, or move the folder out of VekApps.";
     }
     std::vector<std::string> names = namesIn(folder);

@@ -35,6 +35,7 @@ const std::vector<FindingKind>& findingKinds() {
         {"folder-unreadable", kError, "A folder cannot be looked into."},
         {"folder-not-shared", kWarning, "Not every user may use a folder."},
         {"folder-sticky", kWarning, "Users cannot replace each other's files in a folder."},
+        {"linked-folder", kWarning, "A folder is a link to one that lacks something."},
         {"file-missing", kWarning, "A text file of the hub is not there."},
         {"not-a-file", kError, "Something else stands where a text file should be."},
         {"broken-link", kError, "A link leads nowhere."},

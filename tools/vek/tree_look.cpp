@@ -70,6 +70,21 @@ TreeLook lookAt(const std::string& path) {
     return {error == EACCES ? Kind::Hidden : Kind::Missing};
 }
 
+bool isLink(const std::string& path) {
+    struct stat status;
+    return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
+std::string whatIsNoFolder(const std::string& folder) {
+    for (std::size_t end = folder.find('/', 1);; end = folder.find('/', end + 1)) {
+        const std::string path = folder.substr(0, end);
+        const Kind kind = lookAt(path).kind;
+        if (kind == Kind::Missing || kind == Kind::Hidden) return "";
+        if (kind != Kind::Folder) return path;
+        if (end == folder.npos) return "";
+    }
+}
+
 std::string closedFolderOf(const std::string& path) {
     std::string folder = path;
     do {

@@ -18,6 +18,10 @@ struct TreeLook {
 // Hidden: this user cannot tell what is there.
 TreeLook lookAt(const std::string& path);
 bool isThere(const std::string& path);
+bool isLink(const std::string& path);
+// The first folder on the way to `folder`, or that itself, in whose place something else stands;
+// empty where there is none.
+std::string whatIsNoFolder(const std::string& folder);
 // Of a path at which the look says Hidden, the folder that hides it.
 std::string closedFolderOf(const std::string& path);
 // The path as a word for the shell.
