@@ -57,6 +57,22 @@ TEST_F(TreeCommands, MakeATreeInWhichAllIsWell) {
     EXPECT_EQ(snapshotOf(Tree::root()), fresh);
 }
 
+TEST_F(TreeCommands, FindNothingWrongWithBlenderNorWithWhatItNotes) {
+    makeFolders(m_folder / "apps");
+    fs::copy(VEK_SOURCE_DIR "/apps/Blender", m_folder / "apps/Blender",
+             fs::copy_options::recursive);
+    ASSERT_EQ(vek("init --apps " + shellWord(m_folder / "apps")), 0) << m_said;
+    EXPECT_EQ(vek("check"), 0) << m_said;
+    // Blender may be on this machine or not; both are noted.
+    runProgram("umask 077; sh " + shellWord(Tree::app("Blender", "locate.sh")), m_said);
+    const std::string config = Tree::app("Blender", "Vek_Config.txt");
+    EXPECT_NE(readFile(config).find("USER_HOME = "), std::string::npos) << m_said;
+    writeFile(config,
+              readFile(config) + "HAND_BACK_COMMAND = \"open -a x\"\nEDIT_SCRIPT = \"/x.py\"\n");
+    EXPECT_EQ(vek("check"), 0) << m_said;
+    EXPECT_TRUE(says("1 target application, none selected")) << m_said;
+}
+
 TEST_F(TreeCommands, FindNothingWrongWithTheTreeOfTheDemo) {
     const std::string demo = "PATH=" + shellWord(VEK_SOURCE_DIR "/demo/stand-ins") + ":\"$PATH\" " +
                              kVek + " run " + shellWord(VEK_SOURCE_DIR "/demo/round_trip.lua") +
