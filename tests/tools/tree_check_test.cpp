@@ -296,6 +296,30 @@ TEST(TreeCheck, BringsAShippedDescriptorAndRenamesNoFileOfTheTree) {
     EXPECT_EQ(only(checkTree()).advice, "Rename Vek_info.text to Vek_Info.txt if that is meant.");
 }
 
+TEST(TreeCheck, LooksForTheInterpreterAsItIsLookedFor) {
+    for (const auto& [line, missing] :
+         std::map<std::string, std::string>{{"#!/usr/bin/env sh", ""},
+                                            {"#!/usr/bin/env -u HOME A=1 sh -e", ""},
+                                            {"#! /bin/sh -e", ""},
+                                            {"#!/usr/bin/env", ""},
+                                            {"#!", ""},
+                                            {"#!/usr/bin/env -u sh nosuchprog", "nosuchprog"},
+                                            {"#!/usr/bin/env /no/such/prog", "/no/such/prog"},
+                                            {"#!nosuchprog", "./nosuchprog"},
+                                            {"#!/no/such/env sh", "/no/such/env"}}) {
+        const TreeToCheck tree;
+        addGoodApp("App", "LOCATE_COMMAND \"locate\"\n");
+        writeFile(Tree::app("App", "locate"), line + "\nexit\n");
+        ASSERT_EQ(chmod(Tree::app("App", "locate").c_str(), 0755), 0);
+        const TreeState state = checkTree();
+        if (missing.empty()) {
+            EXPECT_EQ(codesOf(state), Found()) << line;
+        } else {
+            EXPECT_EQ(only(state).what, missing + " is to run it, and is not on this machine.");
+        }
+    }
+}
+
 TEST(TreeCheck, LimitsWhatItSaysOfClosedFiles) {
     const TreeToCheck tree;
     addGoodApp("App");
@@ -347,6 +371,12 @@ TEST(TreeCheck, TakesForSelectedOnlyWhatTheBridgeTakesForAnApplication) {
         EXPECT_EQ(codesOf(checkTree()), Found{"selected-app-missing VekHub/Vek_Application.txt:1"})
             << selected;
     }
+    // Something else is found of what this leads to.
+    makeFolders(Tree::app("Example", "Other.app"));
+    writeFile(Tree::hub("Vek_Application.txt"), "Example/Other.app");
+    EXPECT_EQ(codesOf(checkTree()), (Found{"broken-bundle VekApps/Example/Other.app",
+                                           "selected-app-missing VekHub/Vek_Application.txt:1"}));
+    fs::remove(Tree::app("Example", "Other.app"));
     writeFile(Tree::hub("Vek_Application.txt"), "eXAMPLE");
     EXPECT_EQ(codesOf(checkTree()), Found());
 }

@@ -159,7 +159,8 @@ std::string checkSelectedApp(Findings& findings, const std::vector<CheckedApp>& 
         if (id.equalsNoCase(app.id.c_str())) return app.id;
     }
     // What keeps a folder of this name from being an application has been found.
-    if (findings.areAbout(BXVek::getAppFolder(id).c_str())) return id.c_str();
+    const bool isName = id.findFirst("/") < 0;
+    if (isName && findings.areAbout(BXVek::getAppFolder(id).c_str())) return id.c_str();
     std::vector<std::string> ids;
     for (const CheckedApp& app : apps) ids.push_back(app.id);
     const std::vector<std::string> near = nearWords(id.c_str(), ids);

@@ -39,7 +39,25 @@ std::string headOf(const std::string& path) {
     return head;
 }
 
-bool isAlongPath(const std::string& program) {
+// The program that the first line of a script names, or has looked for by env; empty for none.
+std::string interpreterOf(const std::string& firstLine) {
+    std::istringstream words(firstLine.substr(2));
+    std::string word;
+    words >> word;
+    // Nobody looks for it; it would have to lie where the host happens to work.
+    if (!word.empty() && word.find('/') == word.npos) return "./" + word;
+    if (!endsWith(word, "/env") || !isThere(word)) return word;
+    while (words >> word) {
+        if (word == "-u") {
+            words >> word;  // what env is to forget
+        } else if (word[0] != '-' && word.find('=') == word.npos) {
+            return word;
+        }
+    }
+    return "";
+}
+
+bool canBeFound(const std::string& program) {
     if (program.find('/') != program.npos) return isThere(program);
     const char* const path = std::getenv("PATH");
     std::istringstream folders((path ? path : "") + std::string(":/usr/local/bin:/usr/bin:/bin"));
@@ -169,16 +187,8 @@ private:
     }
 
     void checkInterpreter(const std::string& file, const std::string& firstLine) {
-        std::istringstream words(firstLine.substr(2));
-        std::string program;
-        words >> program;
-        if (program.empty()) return;
-        const bool isFoundByName = endsWith(program, "/env") && isThere(program);
-        // What env is told before the name of the program.
-        while (isFoundByName && words >> program &&
-               (program[0] == '-' || program.find('=') != program.npos)) {
-        }
-        if (isFoundByName ? isAlongPath(program) : isThere(program)) return;
+        const std::string program = interpreterOf(firstLine);
+        if (program.empty() || canBeFound(program)) return;
         m_findings.add("interpreter-missing", file, 1,
                        fmt::format("{} is to run it, and is not on this machine.", program),
                        "Install that program, or name one that is there in the first line.");
