@@ -5,6 +5,7 @@
 # The place that is noted already counts first, since a user may have chosen it.
 folder=$(cd "$(dirname "$0")" && pwd)
 . "$folder/common.sh"
+umask 0 # the next user's bridge writes this file too
 
 note() {
     {

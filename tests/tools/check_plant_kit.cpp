@@ -95,8 +95,8 @@ Plant modeOf(const char* id, const char* name, mode_t mode, const char* code) {
 }
 
 Plant editOf(const char* id, const char* name, const std::string& bytes, mode_t mode,
-             const std::string& found) {
-    return {id, kOthers, [=] {
+             const std::string& found, Plant::With with) {
+    return {id, with, [=] {
                 addGoodApp(id);
                 const std::string text = readFile(Tree::app(id, "Vek_Info.txt"));
                 writeFile(Tree::app(id, "Vek_Info.txt"),

@@ -40,7 +40,7 @@ Plant fileOf(const char* id, const char* name, const std::string& bytes, const s
 Plant modeOf(const char* id, const char* name, mode_t mode, const char* code);
 // An application whose EDIT_COMMAND is this file.
 Plant editOf(const char* id, const char* name, const std::string& bytes, mode_t mode,
-             const std::string& found);
+             const std::string& found, Plant::With with = kOthers);
 
 std::vector<Plant> plantsOfApplications();
 std::vector<Plant> plantsOfDescriptors();

@@ -74,6 +74,20 @@ std::vector<Plant> plantsOfFolders() {
              writeFile(Tree::app("Example", ".vek-init-12-3"), "#!/bi");
              return Found{"left-over-file VekApps/Example/.vek-init-12-3"};
          }},
+        {"a hub that is a link to an empty folder", kNothing,
+         [] {
+             fs::remove_all(root("VekHub"));
+             makeShared(root("VekProjects/hub"));
+             fs::create_symlink("VekProjects/hub", root("VekHub"));
+             return Found{"linked-folder VekHub"};
+         }},
+        {"projects that are a link to an empty folder", kNothing,
+         [] {
+             fs::remove_all(root("VekProjects"));
+             makeShared(root("VekHub/projects"));
+             fs::create_symlink("VekHub/projects", root("VekProjects"));
+             return Found{"linked-folder VekProjects"};
+         }},
         {"a helper without a program", kOthers,
          [] {
              makeFolders(Tree::hub("VekLocateApp.app/Contents/MacOS"));
@@ -134,6 +148,47 @@ std::vector<Plant> plantsOfTheHub() {
              writeFile(Tree::hub("Vek_ProjectPath.txt"), "VekProjects/Default");
              return Found{"relative-path VekHub/Vek_ProjectPath.txt:1"};
          }},
+        {"a project folder that only root may write", kNothing,
+         [] {
+             makeFolders(root("VekProjects/mine"));
+             setMode(root("VekProjects/mine"), 0755);
+             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/mine"));
+             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
+         }},
+        {"a project folder that its owner may not write", kNothing,
+         [] {
+             makeFolders(root("VekProjects/mine"));
+             setMode(root("VekProjects/mine"), 0577);
+             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/mine"));
+             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
+         }},
+        {"a project folder behind a closed one", kNothing,
+         [] {
+             makeFolders(root("VekProjects/closed/mine"));
+             setMode(root("VekProjects/closed"), 0);
+             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/closed/mine"));
+             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
+         }},
+        {"a project folder with its volume", kNothing,
+         [] {
+             writeFile(Tree::hub("Vek_ProjectPath.txt"),
+                       "Macintosh HD:" + root("VekProjects/Default"));
+             return Found{"volume-prefix VekHub/Vek_ProjectPath.txt:1"};
+         }},
+        {"an object with its volume", kNothing,
+         [] {
+             writeFile(Tree::project("a.vek"), "Vekb");
+             return Found{"volume-prefix VekHub/Vek_ObjectList.txt:" +
+                          appendLine(Tree::objectList(), "Macintosh HD:" + Tree::project("a"))};
+         }},
+        {"objects in a closed folder", kNothing,
+         [] {
+             makeFolders(root("VekProjects/closed/mine"));
+             setMode(root("VekProjects/closed"), 0);
+             appendLine(Tree::objectList(), root("VekProjects/closed/mine/a"));
+             appendLine(Tree::objectList(), root("VekProjects/closed/b"));
+             return Found{"folder-unreadable VekProjects/closed"};
+         }},
         objectOf("an object without a file", "object-file-missing", "/no/such/object"),
         objectOf("a relative object", "relative-path", "object"),
         {"an object with its extension", kOthers,
@@ -179,12 +234,16 @@ std::vector<Plant> plantsOfConfigurations() {
     static const char config[] = "Vek_Config.txt";
     return {
         fileOf("NoEquals", config, "\nPATH \"/tmp\"\n", "config-without-equals:2", kNothing),
-        fileOf("Misspelt", config, "APP_UNLOCKED = TRUE\n", "misspelt-key:1", kNothing),
+        fileOf("Misspelt", config, "APP_UNLOCKED = TRUE\n", "misspelt-setting:1", kNothing),
         fileOf("Twice", config, "PATH = \"/bin/sh\"\r\nX = 1\r\npath = \"/x\"\r\n",
                "duplicate-key:3", kNothing),
         fileOf("Quote", config, "PATH = \"/tmp\n", "unpaired-quote:1", kNothing),
         fileOf("Unlocked", config, "APPS_UNLOCKED = off\n", "unclear-switch:1", kNothing),
         fileOf("Relative", config, "PATH = Relative.app\n", "relative-path:1", kNothing),
+        fileOf("Prefixed", config, "PATH = \"Macintosh HD:/no/such/program\"\n",
+               "application-moved:1", kNothing),
+        fileOf("HalfPrefixed", config, "PATH = \"Macintosh HD:bin/sh\"\n", "relative-path:1",
+               kNothing),
         fileOf("Moved", config, "PATH = \"/Applications/Moved.app\"\n", "application-moved:1"),
         fileOf("Elsewhere", "Vek_InstallList.txt", "/\n \n /no/such/place\n",
                "installed-place-missing:3"),
@@ -192,7 +251,7 @@ std::vector<Plant> plantsOfConfigurations() {
         {"a misspelt key of the hub", kOthers,
          [] {
              writeFile(Tree::hub(config), "MY_KEY = 1\nPAHT = \"/tmp\"\n");
-             return Found{"misspelt-key VekHub/Vek_Config.txt:2"};
+             return Found{"misspelt-setting VekHub/Vek_Config.txt:2"};
          }},
     };
 }

@@ -8,11 +8,29 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
+// An application with this file in it, and this mode of the file or of a folder on the way.
+Plant belowOf(const char* id, const char* file, const char* closed, mode_t mode, const char* code) {
+    return {id, kNothing, [=] {
+                addGoodApp(id);
+                const std::string path = Tree::app(id, file);
+                makeFolders(path.substr(0, path.rfind('/')));
+                writeFile(path, "#!/bin/sh\n");
+                setMode(path, 0755);
+                setMode(Tree::app(id, closed), mode);
+                return Found{code + (" VekApps/" + std::string(id) + "/" + closed)};
+            }};
+}
+
+}  // namespace
+
 std::vector<Plant> plantsOfApplications() {
     return {
         {"no application", kNothing,
          [] {
-             fs::remove_all(root("VekApps/Example"));
+             fs::remove_all(root("VekApps"));
+             makeShared(root("VekApps"));
              return Found{"no-application VekApps"};
          }},
         {"too many applications", kNothing,
@@ -125,6 +143,45 @@ std::vector<Plant> plantsOfCommands() {
         editOf("Interpreter", "edit.py", "#!/no/such/python -u\n", 0755, "interpreter-missing:1"),
         editOf("Blanks", "my program", "#!/bin/sh\n", 0755, "blank-in-path"),
         editOf("Bundle", "Bundle.app", "no folder", 0755, "broken-bundle"),
+        editOf("EmptyScript", "nothing.sh", "", 0755, "command-empty", kNothing),
+        editOf("Env", "env.py", "#!/usr/bin/env -S nosuchprog -u\n", 0755, "interpreter-missing:1",
+               kNothing),
+        editOf("Both", "this&that", "#!/bin/sh\n", 0755, "sign-in-path", kNothing),
+        editOf("Dollar", "edit$x.sh", "#!/bin/sh\n", 0755, "sign-in-path", kNothing),
+        {"an executable in a folder whose name ends a command", kNothing,
+         [] {
+             addGoodApp("A;B");
+             const std::string text = readFile(Tree::app("A;B", "Vek_Info.txt"));
+             writeFile(Tree::app("A;B", "Vek_Info.txt"),
+                       text.substr(0, text.find("edit.sh")) + "edit\"\n");
+             writeFile(Tree::app("A;B", "edit"), "#!/usr/bin/env A=1 sh\n");
+             setMode(Tree::app("A;B", "edit"), 0755);
+             return Found{"sign-in-path VekApps/A;B/edit"};
+         }},
+        belowOf("ClosedBundle", "Example.app/Contents/MacOS/Example", "Example.app", 0700,
+                "folder-not-shared"),
+        belowOf("ClosedContents", "Example.app/Contents/MacOS/Example", "Example.app/Contents",
+                0700, "folder-not-shared"),
+        belowOf("NoBundle", "Example.app/Contents/MacOS/Example", "Example.app", 0,
+                "folder-unreadable"),
+        belowOf("AddOn", "addon/vek/part.py", "addon", 0700, "folder-not-shared"),
+        belowOf("Common", "common.sh", "common.sh", 0600, "file-not-shared"),
+        {"a command in a folder of its own that is closed", kNothing,
+         [] {
+             addGoodApp("Bin", "LOCATE_COMMAND \"bin/locate.sh\"\n");
+             makeFolders(Tree::app("Bin", "bin"));
+             writeFile(Tree::app("Bin", "bin/locate.sh"), "#!/bin/sh\n");
+             setMode(Tree::app("Bin", "bin"), 0700);
+             return Found{"folder-not-shared VekApps/Bin/bin"};
+         }},
+        {"a command in a folder of its own that cannot be looked into", kNothing,
+         [] {
+             addGoodApp("NoBin", "LOCATE_COMMAND \"bin/locate.sh\"\n");
+             makeFolders(Tree::app("NoBin", "bin"));
+             writeFile(Tree::app("NoBin", "bin/locate.sh"), "#!/bin/sh\n");
+             setMode(Tree::app("NoBin", "bin"), 0);
+             return Found{"folder-unreadable VekApps/NoBin/bin"};
+         }},
     };
 }
 

@@ -2,74 +2,13 @@
 
 #include "tools/vek/tree_check.h"
 
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
+#include <map>
 #include <random>
 #include <set>
 #include <stdexcept>
 
-#include "tests/support/permissions.h"
-#include "tests/support/temp_folder.h"
-#include "tests/support/tree.h"
-#include "tests/tools/check_plants.h"
 #include "tests/tools/tree_snapshot.h"
-#include "tools/vek/tree_init.h"
-
-namespace fs = std::filesystem;
-
-namespace {
-
-using Found = std::vector<std::string>;
-
-// A fresh tree, as vek init makes it. What may not be read cannot be read by root either.
-class TreeToCheck {
-public:
-    TreeToCheck() {
-        for (const char* folder : {"VekHub", "VekApps", "VekProjects"}) {
-            fs::remove_all(Tree::root() + "/" + folder);
-        }
-        EXPECT_EQ(chmod(Tree::root().c_str(), 0777), 0);
-        const TreeReport report = makeTree(Tree::root(), VEK_BUILD_DIR "/apps");
-        EXPECT_EQ(report.count(TreeStep::Outcome::Failed), 0u);
-    }
-    ~TreeToCheck() { EXPECT_EQ(std::system(("chmod -R u+rwX " + Tree::root()).c_str()), 0); }
-
-private:
-    const Tree m_tree;
-    const ObeyPermissions m_obey;
-};
-
-// As plants tell it.
-Found codesOf(const TreeState& state) {
-    Found all;
-    for (const Finding& finding : state.findings.all()) {
-        std::string path = finding.path.substr(Tree::root().size());
-        if (!path.empty()) path.erase(0, 1);
-        all.push_back(finding.kind->code + (" " + path) +
-                      (finding.line ? ":" + std::to_string(finding.line) : ""));
-    }
-    return all;
-}
-
-// A text of lines, of which a failed comparison shows those that differ.
-std::string inLines(Found found) {
-    std::sort(found.begin(), found.end());
-    std::string text;
-    for (const std::string& one : found) text += one + "\n";
-    return text;
-}
-
-const Finding& only(const TreeState& state) {
-    static const Finding none = {nullptr, "", 0, "", ""};
-    EXPECT_EQ(state.findings.all().size(), 1u);
-    return state.findings.all().empty() ? none : state.findings.all().front();
-}
-
-}  // namespace
+#include "tests/tools/tree_to_check.h"
 
 TEST(TreeCheck, FindsNothingInAFreshTree) {
     const TreeToCheck tree;
@@ -89,6 +28,14 @@ TEST(TreeCheck, FindsNothingInATreeThatIsUsedAsItShouldBe) {
     writeFile(Tree::app("My App", "Vek_Config.txt"),
               "MINE : 1\nPATH=" + Tree::app("My App", "edit.sh") +
                   "\nAPPS_UNLOCKED = True\nUNLOCKED = maybe\nPATH_OF_MINE = x\n");
+    addGoodApp("Own Keys");
+    writeFile(Tree::app("Own Keys", "Vek_Config.txt"),
+              "MATH=2\nBATH = 1\nAPPS_LOCKED=no\nUSER_HOME = \"/root\"\nEDIT_SCRIPT = \"/x.py\"\n"
+              "HAND_BACK_COMMAND = \"open -a x\"\n");
+    ASSERT_EQ(chmod(Tree::app("Own Keys", "Vek_Config.txt").c_str(), 0666), 0);
+    addGoodApp("Volume");
+    writeFile(Tree::app("Volume", "Vek_Config.txt"), "PATH = \"Macintosh HD:/bin/sh\"\n");
+    ASSERT_EQ(chmod(Tree::app("Volume", "Vek_Config.txt").c_str(), 0666), 0);
     ASSERT_EQ(chmod(Tree::app("My App", "Vek_Config.txt").c_str(), 0666), 0);
     makeFolders(Tree::app("My App", "Helper.app/Contents/MacOS"));
     writeFile(Tree::app("My App", "Helper.app/Contents/MacOS/applet"), "#!/bin/sh\n");
@@ -154,6 +101,17 @@ TEST(TreeCheck, FindsThatThereIsNoTree) {
     fs::create_symlink("Kelvaro", Tree::root());
     EXPECT_EQ(codesOf(checkTree()), Found{"broken-link "});
     fs::remove(Tree::root());
+    const std::string parent = Tree::root().substr(0, Tree::root().rfind('/'));
+    fs::rename(parent, parent + ".away");
+    writeFile(parent, "in the way");
+    EXPECT_EQ(only(checkTree()).path, parent);
+    EXPECT_STREQ(only(checkTree()).kind->code, "not-a-folder");
+    fs::remove(parent);
+    fs::create_symlink("nowhere", parent);
+    EXPECT_EQ(only(checkTree()).path, parent);
+    EXPECT_STREQ(only(checkTree()).kind->code, "broken-link");
+    fs::remove(parent);
+    fs::rename(parent + ".away", parent);
     makeFolders(Tree::root());
 }
 
@@ -174,21 +132,6 @@ TEST(TreeCheck, ChangesNothing) {
     const auto before = snapshotOf(Tree::root());
     checkTree();
     EXPECT_EQ(snapshotOf(Tree::root()), before);
-}
-
-TEST(TreeCheck, NamesTheKeyThatIsMeant) {
-    for (const auto& [line, advice] : std::map<std::string, std::string>{
-             {"EXPORT_FLIPX TRUE", "Write EXPORT_FLIP_X."},
-             {"exprot_flip_x TRUE", "Write EXPORT_FLIP_X."},
-             {"EXPORT FLIP X TRUE", "Write EXPORT_FLIP_X."},
-             {"EXPORT-SWITCH-YZ", "Write EXPORT_SWITCH_YZ."},
-             {"TEMPLATE x", "Write TAMPLATE."},
-             {"VERSION 1", "Write VEK_VERSION."},
-             {"EXPORT_FLIP_A 1", "Write EXPORT_FLIP_X, EXPORT_FLIP_Y or EXPORT_FLIP_Z."}}) {
-        const TreeToCheck tree;
-        addGoodApp("App", line + "\n");
-        EXPECT_EQ(only(checkTree()).advice, advice) << line;
-    }
 }
 
 TEST(TreeCheck, DoesNotFindWhatFollowsFromAMistake) {
@@ -227,24 +170,24 @@ TEST(TreeCheck, LooksAtTheSwitchesOfEachDirection) {
     }
 }
 
-TEST(TreeCheck, NamesTheFileAndTheApplicationThatAreMeant) {
+TEST(TreeCheck, TakesForSelectedOnlyWhatTheBridgeTakesForAnApplication) {
     const TreeToCheck tree;
-    writeFile(Tree::hub("Vek_Application.txt"), "Exmaple");
-    EXPECT_NE(only(checkTree()).advice.find("Write Example"), std::string::npos);
-    writeFile(Tree::hub("Vek_Application.txt"), "");
-    addGoodApp("App", "LOCATE_COMMAND \"inti.sh\"\n");
-    EXPECT_NE(only(checkTree()).advice.find("init.sh"), std::string::npos);
-}
-
-TEST(TreeCheck, LimitsWhatItSaysOfALongList) {
-    const TreeToCheck tree;
-    std::string list;
-    for (int i = 0; i < 1000; ++i) list += "/no/such/object" + std::to_string(i) + "\n";
-    writeFile(Tree::objectList(), list);
-    const TreeState state = checkTree();
-    EXPECT_EQ(state.findings.all().size(), 21u);
-    EXPECT_EQ(state.findings.all()[0].what, "So are 980 objects more.");
-    EXPECT_EQ(state.objects, 1000u);
+    writeFile(Tree::root() + "/VekApps/notes.txt", "mine");
+    makeFolders(Tree::root() + "/VekApps/.git");
+    for (const char* selected :
+         {".", "..", "../VekApps/Example", "Example/", "notes.txt", ".git"}) {
+        writeFile(Tree::hub("Vek_Application.txt"), selected);
+        EXPECT_EQ(codesOf(checkTree()), Found{"selected-app-missing VekHub/Vek_Application.txt:1"})
+            << selected;
+    }
+    // Something else is found of what this leads to.
+    makeFolders(Tree::app("Example", "Other.app"));
+    writeFile(Tree::hub("Vek_Application.txt"), "Example/Other.app");
+    EXPECT_EQ(codesOf(checkTree()), (Found{"broken-bundle VekApps/Example/Other.app",
+                                           "selected-app-missing VekHub/Vek_Application.txt:1"}));
+    fs::remove(Tree::app("Example", "Other.app"));
+    writeFile(Tree::hub("Vek_Application.txt"), "eXAMPLE");
+    EXPECT_EQ(codesOf(checkTree()), Found());
 }
 
 TEST(TreeCheck, TakesAnyBytes) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -54,6 +55,22 @@ TEST_F(TreeCommands, MakeATreeInWhichAllIsWell) {
     ASSERT_EQ(vek("init"), 0) << m_said;
     EXPECT_TRUE(says("0 made, ")) << m_said;
     EXPECT_EQ(snapshotOf(Tree::root()), fresh);
+}
+
+TEST_F(TreeCommands, FindNothingWrongWithBlenderNorWithWhatItNotes) {
+    makeFolders(m_folder / "apps");
+    fs::copy(VEK_SOURCE_DIR "/apps/Blender", m_folder / "apps/Blender",
+             fs::copy_options::recursive);
+    ASSERT_EQ(vek("init --apps " + shellWord(m_folder / "apps")), 0) << m_said;
+    EXPECT_EQ(vek("check"), 0) << m_said;
+    // Blender may be on this machine or not; both are noted.
+    runProgram("umask 077; sh " + shellWord(Tree::app("Blender", "locate.sh")), m_said);
+    const std::string config = Tree::app("Blender", "Vek_Config.txt");
+    EXPECT_NE(readFile(config).find("USER_HOME = "), std::string::npos) << m_said;
+    writeFile(config,
+              readFile(config) + "HAND_BACK_COMMAND = \"open -a x\"\nEDIT_SCRIPT = \"/x.py\"\n");
+    EXPECT_EQ(vek("check"), 0) << m_said;
+    EXPECT_TRUE(says("1 target application, none selected")) << m_said;
 }
 
 TEST_F(TreeCommands, FindNothingWrongWithTheTreeOfTheDemo) {
@@ -116,6 +133,37 @@ TEST_F(TreeCommands, TakeTheApplicationsThatAreInstalledBesideTheTool) {
     writeFile(m_folder / "given/Given/Vek_Info.txt", "NAME g\n");
     ASSERT_EQ(vek("init --apps " + shellWord(m_folder / "given")), 0) << m_said;
     EXPECT_TRUE(fileIsThere(Tree::app("Given", "Vek_Info.txt")));
+}
+
+TEST_F(TreeCommands, SayThatTheShippedApplicationsCannotBeRead) {
+    makeFolders(m_folder / "usr/bin");
+    makeFolders(m_folder / "usr/share/vek/apps");
+    fs::copy(VEK_BUILD_DIR "/bin/vek", m_folder / "usr/bin/vek");
+    const std::string program = shellWord(m_folder / "usr/bin/vek");
+    // Root, too, may then not read what its mode closes.
+    const std::string obeying =
+        geteuid() == 0 ? "setpriv --bounding-set=-dac_override,-dac_read_search -- " : "";
+    for (const char* closed : {"usr/share/vek/apps", "usr/share/vek"}) {
+        ASSERT_EQ(chmod((m_folder / closed).c_str(), 0), 0);
+        EXPECT_EQ(runProgram(obeying + program + " --version", m_said), 0) << m_said;
+        EXPECT_EQ(runProgram(obeying + program + " init", m_said), 2) << m_said;
+        EXPECT_TRUE(says("The folder of target applications cannot be read: " +
+                         (m_folder / "usr/share/vek/apps")))
+            << m_said;
+        ASSERT_EQ(chmod((m_folder / closed).c_str(), 0755), 0);
+    }
+}
+
+TEST_F(TreeCommands, SayThatALinkedHubIsNotComplete) {
+    ASSERT_EQ(vek("init"), 0) << m_said;
+    fs::remove_all(Tree::root() + "/VekHub");
+    fs::create_symlink(m_folder.path(), Tree::root() + "/VekHub");
+    EXPECT_EQ(vek("init"), 1) << m_said;
+    EXPECT_TRUE(
+        says("FAILED VekHub: It is a link, and what it leads to lacks Vek_Application.txt. "
+             "Put that there yourself, or remove the link and run vek init again.\n"))
+        << m_said;
+    fs::remove(Tree::root() + "/VekHub");
 }
 
 TEST_F(TreeCommands, MakeOneTreeWhenTwoUsersMakeItAtOnce) {

@@ -1,11 +1,13 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "bridge/bx_vek.h"
 #include "foundation/bx_string.h"
 #include "tools/vek/near_words.h"
 #include "tools/vek/shared_tree.h"
+#include "tools/vek/shipped_apps.h"
 #include "tools/vek/tree_checks.h"
 #include "tools/vek/tree_look.h"
 
@@ -30,14 +32,27 @@ void checkId(Findings& findings, const std::string& id, const std::string& folde
     }
 }
 
-void findNoDescriptor(Findings& findings, const std::string& folder) {
-    const std::vector<std::string> near = nearWords(kDescriptorName, namesIn(folder));
+std::string adviceForNoDescriptor(const std::string& id, const std::string& folder) {
+    std::error_code ignored;
+    if (contains(shippedApps(shippedAppsFolder(), ignored), id)) {
+        return "Run vek init, which brings it, or move the folder out of VekApps.";
+    }
+    std::vector<std::string> names = namesIn(folder);
+    const auto isOfTheTree = [](const std::string& name) {
+        return contains(appFiles(), name) || name == kInstallLogName;
+    };
+    names.erase(std::remove_if(names.begin(), names.end(), isOfTheTree), names.end());
+    const std::vector<std::string> near = nearWords(kDescriptorName, names);
+    return near.empty()
+               ? fmt::format("Write a {}, or move the folder out of VekApps.", kDescriptorName)
+               : fmt::format("Rename {} to {} if that is meant.", orList(near), kDescriptorName);
+}
+
+void findNoDescriptor(Findings& findings, const std::string& id, const std::string& folder) {
     findings.add(
         "descriptor-missing", folder, 0,
         fmt::format("There is no {} in it, so it is no target application.", kDescriptorName),
-        near.empty()
-            ? fmt::format("Write a {}, or move the folder out of VekApps.", kDescriptorName)
-            : fmt::format("Rename {} to {} if that is meant.", orList(near), kDescriptorName));
+        adviceForNoDescriptor(id, folder));
 }
 
 void checkInstallations(Findings& findings, const std::string& id) {
@@ -71,7 +86,7 @@ bool checkApp(Findings& findings, const std::string& id, CheckedApp& app) {
     checkLeftOvers(findings, folder);
     const std::string descriptor = folder + "/" + kDescriptorName;
     if (lookAt(descriptor).kind == Kind::Missing) {
-        findNoDescriptor(findings, folder);
+        findNoDescriptor(findings, id, folder);
         return false;
     }
     checkId(findings, id, folder);
@@ -81,6 +96,9 @@ bool checkApp(Findings& findings, const std::string& id, CheckedApp& app) {
     std::string text;
     if (readText(findings, descriptor, kReadFileMode, kLargestText, text)) {
         checkDescriptor(findings, descriptor, text, app);
+    }
+    for (const std::string& name : namesIn(folder)) {
+        if (name[0] != '.') checkReach(findings, folder + "/" + name);
     }
     return lookAt(descriptor).kind == Kind::File;
 }

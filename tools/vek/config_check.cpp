@@ -107,7 +107,7 @@ private:
         if (!checkAbsolute(m_findings, shown, m_path, line.number, "PATH")) return;
         const TreeLook::Kind wanted =
             path.endsWith(".app", true) ? TreeLook::Kind::Folder : TreeLook::Kind::File;
-        if (lookAt(shown).kind == wanted) return;
+        if (lookAt(withoutVolume(shown)).kind == wanted) return;
         find("application-moved", line.number,
              fmt::format("The application is not where PATH says: {}", shown),
              "Have it located again in the host, or write where it is.");
@@ -117,13 +117,13 @@ private:
         return BXString(value.c_str()).unquoted().c_str();
     }
 
-    // A short word is like many others.
+    // The line may be a script's own, so it has to be very like, and the value one of a path.
     void checkSpelling(const ConfigLine& line, const std::string& key) {
-        const std::size_t mostWrong = key.size() > 6 ? 2 : 1;
-        if (wordDistance(line.key.substr(0, key.size() * 2), key) > mostWrong) return;
-        find("misspelt-key", line.number,
-             fmt::format("\"{}\" is not a key of the bridge; {} is probably meant.", line.key, key),
-             fmt::format("Write {}.", key));
+        if (key == kPath && line.value.find('/') == line.value.npos) return;
+        if (wordDistance(line.key.substr(0, key.size() * 2), key) > 1) return;
+        find("misspelt-setting", line.number,
+             fmt::format("\"{}\" is not a key of the bridge; {} may be meant.", line.key, key),
+             fmt::format("Write {}, unless a script of yours reads this key.", key));
     }
 
     Findings& m_findings;

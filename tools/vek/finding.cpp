@@ -35,6 +35,7 @@ const std::vector<FindingKind>& findingKinds() {
         {"folder-unreadable", kError, "A folder cannot be looked into."},
         {"folder-not-shared", kWarning, "Not every user may use a folder."},
         {"folder-sticky", kWarning, "Users cannot replace each other's files in a folder."},
+        {"linked-folder", kWarning, "A folder is a link to one that lacks something."},
         {"file-missing", kWarning, "A text file of the hub is not there."},
         {"not-a-file", kError, "Something else stands where a text file should be."},
         {"broken-link", kError, "A link leads nowhere."},
@@ -49,7 +50,9 @@ const std::vector<FindingKind>& findingKinds() {
         {"selected-app-missing", kError, "The selected application is not there."},
         {"project-path-lines", kWarning, "The project path file has more than one line."},
         {"project-folder-missing", kError, "The project folder is not there."},
+        {"project-folder-closed", kWarning, "Not every user may work in the project folder."},
         {"relative-path", kError, "A path does not begin at the root."},
+        {"volume-prefix", kWarning, "A path begins with the name of a volume."},
         {"object-file-missing", kError, "The file of a listed object is not there."},
         {"object-has-extension", kError, "An object is listed with the extension of its file."},
         {"object-listed-twice", kWarning, "An object is listed twice."},
@@ -57,6 +60,7 @@ const std::vector<FindingKind>& findingKinds() {
         // Configuration files, of the hub and of applications.
         {"config-without-equals", kError, "A line of a configuration file has no '='."},
         {"misspelt-key", kError, "A key is not one, and looks much like one."},
+        {"misspelt-setting", kWarning, "A script's own key looks much like one of the bridge's."},
         {"duplicate-key", kWarning, "A key is given twice."},
         {"unpaired-quote", kError, "A double quote has no partner."},
         {"unclear-switch", kError, "A switch is neither clearly on nor clearly off."},
@@ -86,9 +90,12 @@ const std::vector<FindingKind>& findingKinds() {
         {"command-file-missing", kError, "A command names no file of the folder."},
         {"blank-in-command", kError, "A blank became part of the name of a command's file."},
         {"command-not-runnable", kError, "A command's file cannot be run by every user."},
+        {"command-empty", kError, "A command's file is empty."},
         {"script-line-ends", kError, "A script has the line ends of another system."},
         {"interpreter-missing", kError, "The program that is to run a script is not there."},
         {"blank-in-path", kError, "A program's path has a blank in it."},
+        {"sign-in-path", kError,
+         "A program's path has a sign in it that a shell takes for its own."},
         // The switches of descriptors.
         {"mirrors-cancel", kWarning, "Two flips cancel each other."},
         {"mirrors-without-need", kWarning, "Three or four mirrors do what fewer do."},
@@ -100,12 +107,38 @@ const std::vector<FindingKind>& findingKinds() {
 
 void Findings::add(const char* code, const std::string& path, int line, const std::string& what,
                    const std::string& advice) {
-    const Finding finding = {&kindOf(code), path, line, what, advice};
+    const FindingKind& kind = kindOf(code);
+    std::size_t& count = m_counts[{path, &kind}];
+    if (count >= kMostOfACode) {
+        ++count;
+        return;
+    }
+    const std::size_t before = m_all.size();
+    insert({&kind, path, line, what, advice});
+    count += m_all.size() - before;
+}
+
+void Findings::insert(const Finding& finding) {
     const auto at = std::lower_bound(
         m_all.begin(), m_all.end(), finding,
         [](const Finding& a, const Finding& b) { return orderOf(a) < orderOf(b); });
     if (at != m_all.end() && at->kind == finding.kind && orderOf(*at) == orderOf(finding)) return;
     m_all.insert(at, finding);
+}
+
+void Findings::tellWhatWasLeftOut() {
+    for (const auto& [place, count] : m_counts) {
+        if (count <= kMostOfACode) continue;
+        insert({place.second, place.first, 0,
+                "This was found " + std::to_string(count - kMostOfACode) + " times more in it.",
+                "Mend those that are named, and check again."});
+    }
+    m_counts.clear();
+}
+
+bool Findings::areAbout(const std::string& path) const {
+    return std::any_of(m_all.begin(), m_all.end(),
+                       [&](const Finding& finding) { return finding.path == path; });
 }
 
 std::size_t Findings::count(Severity severity) const {

@@ -1,4 +1,6 @@
 #include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <set>
@@ -16,13 +18,22 @@ namespace {
 
 using Kind = TreeLook::Kind;
 
-constexpr int kMostMissing = 20;
-
 // A file that holds one line, as the bridge reads it.
 bool readHubLine(Findings& findings, const BXString& path, std::string& text, BXString& asRead) {
     if (!readText(findings, path.c_str(), kSharedFileMode, kLargestPath, text)) return false;
     BXDiskServer::readFileAsString(path, asRead);
     return !asRead.isEmpty();
+}
+
+// The bridge passes the path on as it stands.
+void findVolume(Findings& findings, const std::string& path, const std::string& file, int line) {
+    const std::string rest = withoutVolume(path);
+    if (rest == path) return;
+    findings.add("volume-prefix", file, line,
+                 fmt::format("The bridge takes off the volume in front of \"{}\"; an application "
+                             "that reads the path itself may not.",
+                             rest),
+                 fmt::format("Write {}", rest));
 }
 
 class ObjectCheck {
@@ -43,34 +54,38 @@ public:
             return;
         }
         if (!checkAbsolute(m_findings, object, m_list, line.number, "The object")) return;
+        findVolume(m_findings, object, m_list, line.number);
+        const std::string path = withoutVolume(object);
         bool isFound = false;
         for (const std::string& extension : m_extensions) {
-            if (lookAt(object + extension).kind == Kind::Missing) continue;
+            const Kind kind = lookAt(path + extension).kind;
+            if (kind == Kind::Missing) continue;
             isFound = true;
-            checkFile(object + extension);
+            if (kind == Kind::Hidden) return findHidden(path + extension);
+            checkFile(path + extension);
         }
-        if (!isFound) findMissing(line);
-    }
-
-    void tellWhatWasNotSaid() {
-        if (m_missing <= kMostMissing) return;
-        m_findings.add("object-file-missing", m_list, 0,
-                       fmt::format("So are {} objects more.", m_missing - kMostMissing),
-                       "Clear the list, and export the objects again.");
+        if (!isFound) findMissing(line, path);
     }
 
 private:
-    void findMissing(const TextLine& line) {
+    void findHidden(const std::string& path) {
+        const std::string folder = closedFolderOf(path);
+        m_findings.add("folder-unreadable", folder, 0,
+                       "This user cannot reach the listed objects that lie in it.",
+                       fmt::format("As its owner or an administrator, run: chmod a+rwx {}",
+                                   shellWord(folder)));
+    }
+
+    void findMissing(const TextLine& line, const std::string& path) {
         for (const std::string& extension : m_extensions) {
-            const bool hasIt = BXString(line.text.c_str()).endsWith(extension.c_str(), true);
-            if (!hasIt || !isThere(line.text)) continue;
+            const bool hasIt = BXString(path.c_str()).endsWith(extension.c_str(), true);
+            if (!hasIt || !isThere(path)) continue;
             m_findings.add("object-has-extension", m_list, line.number,
                            fmt::format("Both sides put {} behind this object once more: {}",
                                        extension, line.text),
                            fmt::format("Write it without {}.", extension));
             return;
         }
-        if (++m_missing > kMostMissing) return;
         m_findings.add("object-file-missing", m_list, line.number,
                        fmt::format("There is no file of this object: {}{}", line.text,
                                    orList({m_extensions.begin(), m_extensions.end()})),
@@ -80,10 +95,8 @@ private:
     void checkFile(const std::string& path) {
         const BXFile file(path.c_str(), BXFile::Access::Read);
         if (!file.isOpen()) {
-            const bool isHidden =
-                lookAt(path).kind == Kind::File || lookAt(path).kind == Kind::Hidden;
-            m_findings.add(isHidden ? "file-unreadable" : "not-a-file", path, 0,
-                           "The object list names it, and it cannot be read.",
+            m_findings.add(lookAt(path).kind == Kind::File ? "file-unreadable" : "not-a-file", path,
+                           0, "The object list names it, and it cannot be read.",
                            "Export the object again, or take its line away.");
             return;
         }
@@ -101,8 +114,39 @@ private:
     const std::string& m_list;
     std::set<std::string> m_extensions = {".vek", ".ma"};
     std::set<std::string> m_seen;
-    int m_missing = 0;
 };
+
+// A user's own folder is fine while that user works; root's is nobody's.
+bool isClosed(const std::string& folder) {
+    struct stat status;
+    if (stat(folder.c_str(), &status) != 0) return true;
+    const bool isOpenToOwner = (status.st_mode & S_IRWXU) == S_IRWXU;
+    const bool isOfUsers = status.st_uid != 0 || (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+    return !isOpenToOwner || !isOfUsers || access(folder.c_str(), R_OK | W_OK | X_OK) != 0;
+}
+
+void checkProjectFolder(Findings& findings, const std::string& folder, const char* file) {
+    const TreeLook look = lookAt(folder);
+    if (look.kind == Kind::Hidden) {
+        const std::string closed = closedFolderOf(folder);
+        findings.add("project-folder-closed", file, 1,
+                     fmt::format("This user cannot reach the project folder \"{}\": {} is closed.",
+                                 folder, closed),
+                     fmt::format("As its owner run: chmod a+rx {}; or choose another project.",
+                                 shellWord(closed)));
+    } else if (look.kind != Kind::Folder) {
+        findings.add("project-folder-missing", file, 1,
+                     fmt::format("The project folder \"{}\" is not there.", folder),
+                     "Make the folder, or choose another project in the host.");
+    } else if (isClosed(folder)) {
+        findings.add("project-folder-closed", file, 1,
+                     fmt::format("The project folder \"{}\" has the mode {}, so not every user can "
+                                 "put files there.",
+                                 folder, modeText(look.mode)),
+                     fmt::format("As its owner run: chmod a+rwx {}; or choose another project.",
+                                 shellWord(folder)));
+    }
+}
 
 }  // namespace
 
@@ -114,16 +158,19 @@ std::string checkSelectedApp(Findings& findings, const std::vector<CheckedApp>& 
     for (const CheckedApp& app : apps) {
         if (id.equalsNoCase(app.id.c_str())) return app.id;
     }
-    // What is wrong with a folder that is there has been found.
-    if (lookAt(BXVek::getAppFolder(id).c_str()).kind != Kind::Missing) return id.c_str();
+    // What keeps a folder of this name from being an application has been found.
+    const bool isName = id.findFirst("/") < 0;
+    if (isName && findings.areAbout(BXVek::getAppFolder(id).c_str())) return id.c_str();
     std::vector<std::string> ids;
     for (const CheckedApp& app : apps) ids.push_back(app.id);
     const std::vector<std::string> near = nearWords(id.c_str(), ids);
-    findings.add("selected-app-missing", path.c_str(), 1,
-                 fmt::format("The selected application \"{}\" is not there.", id.c_str()),
-                 near.empty() ? "Select another one in the host, or put its folder into VekApps."
-                              : fmt::format("Write {}, without blanks around it, if that is meant.",
-                                            orList(near)));
+    findings.add(
+        "selected-app-missing", path.c_str(), 1,
+        fmt::format("\"{}\" is selected, and no folder of VekApps with a {} has that name.",
+                    id.c_str(), kDescriptorName),
+        near.empty()
+            ? "Select another one in the host, or put its folder into VekApps."
+            : fmt::format("Write {}, without blanks around it, if that is meant.", orList(near)));
     return id.c_str();
 }
 
@@ -139,12 +186,10 @@ void checkProjectPath(Findings& findings) {
                      "Leave one line, with the folder of the project.");
         return;
     }
-    const std::string folder = asRead.c_str();
-    if (!checkAbsolute(findings, folder, path.c_str(), 1, "The path")) return;
-    if (lookAt(folder).kind == Kind::Folder) return;
-    findings.add("project-folder-missing", path.c_str(), 1,
-                 fmt::format("The project folder \"{}\" is not there.", folder),
-                 "Make the folder, or choose another project in the host.");
+    const std::string written = asRead.c_str();
+    if (!checkAbsolute(findings, written, path.c_str(), 1, "The path")) return;
+    findVolume(findings, written, path.c_str(), 1);
+    checkProjectFolder(findings, withoutVolume(written), path.c_str());
 }
 
 std::size_t checkObjectList(Findings& findings, const std::vector<CheckedApp>& apps) {
@@ -154,6 +199,5 @@ std::size_t checkObjectList(Findings& findings, const std::vector<CheckedApp>& a
     const std::vector<TextLine> lines = linesOf(text);
     ObjectCheck check(findings, path, apps);
     for (const TextLine& line : lines) check.check(line);
-    check.tellWhatWasNotSaid();
     return lines.size();
 }

@@ -5,6 +5,7 @@
 #include "bridge/bx_vek.h"
 #include "tools/vek/commands.h"
 #include "tools/vek/shared_tree.h"
+#include "tools/vek/shipped_apps.h"
 #include "tools/vek/tree_init.h"
 
 namespace {
@@ -53,7 +54,17 @@ void printJson(const TreeReport& report, const std::string& apps) {
 }  // namespace
 
 int initTree(const std::string& apps, bool json) {
-    if (shippedApps(apps).empty()) {
+    std::error_code error;
+    const bool hasApps = !shippedApps(apps, error).empty();
+    if (!hasApps && error == std::errc::permission_denied) {
+        fmt::print(
+            stderr,
+            "vek: The folder of target applications cannot be read: {}. Open it (chmod a+rx), "
+            "or name another one with --apps.\n",
+            printable(apps));
+        return 2;
+    }
+    if (!hasApps) {
         fmt::print(stderr,
                    "vek: There is no target application in {}. Name the folder that holds them "
                    "with --apps.\n",

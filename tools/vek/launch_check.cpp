@@ -1,11 +1,15 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <sstream>
 
 #include "foundation/bx_string.h"
 #include "os/bx_file.h"
 #include "tools/vek/near_words.h"
 #include "tools/vek/shared_tree.h"
+#include "tools/vek/shell_signs.h"
 #include "tools/vek/tree_checks.h"
 #include "tools/vek/tree_look.h"
 
@@ -35,6 +39,34 @@ std::string headOf(const std::string& path) {
     return head;
 }
 
+// The program that the first line of a script names, or has looked for by env; empty for none.
+std::string interpreterOf(const std::string& firstLine) {
+    std::istringstream words(firstLine.substr(2));
+    std::string word;
+    words >> word;
+    // Nobody looks for it; it would have to lie where the host happens to work.
+    if (!word.empty() && word.find('/') == word.npos) return "./" + word;
+    if (!endsWith(word, "/env") || !isThere(word)) return word;
+    while (words >> word) {
+        if (word == "-u") {
+            words >> word;  // what env is to forget
+        } else if (word[0] != '-' && word.find('=') == word.npos) {
+            return word;
+        }
+    }
+    return "";
+}
+
+bool canBeFound(const std::string& program) {
+    if (program.find('/') != program.npos) return isThere(program);
+    const char* const path = std::getenv("PATH");
+    std::istringstream folders((path ? path : "") + std::string(":/usr/local/bin:/usr/bin:/bin"));
+    for (std::string folder; std::getline(folders, folder, ':');) {
+        if (isThere(folder + "/" + program)) return true;
+    }
+    return false;
+}
+
 class CommandCheck {
 public:
     CommandCheck(Findings& findings, const std::string& path, const std::string& folder,
@@ -55,6 +87,8 @@ public:
         } else if (kind == Kind::BrokenLink) {
             m_findings.add("broken-link", file, 0, "This link leads nowhere.",
                            "Make what it leads to, or put a file into its place.");
+        } else if (kind == Kind::Hidden) {
+            findHidden(file);
         } else if (endsWith(name, ".app")) {
             checkBundle(m_findings, file);
         } else if (kind != Kind::File) {
@@ -62,6 +96,7 @@ public:
                             "Name a script, an executable or a bundle.");
         } else {
             checkProgram(file);
+            checkSigns(file, name);
         }
     }
 
@@ -93,6 +128,12 @@ private:
         m_findings.add("command-not-runnable", file, 0, what, advice);
     }
 
+    void findHidden(const std::string& file) {
+        if (!checkOpen(m_findings, closedFolderOf(file))) return;
+        findNotRunnable(file, "It is a link to a place that this user cannot reach.",
+                        "Put a file into its place that every user can run.");
+    }
+
     void checkProgram(const std::string& file) {
         const bool isScript = endsWith(file, ".sh");
         const mode_t wanted = isScript ? kReadable : kRunnable;
@@ -100,10 +141,15 @@ private:
         if ((mode & wanted) != wanted) {
             findNotRunnable(
                 file, fmt::format("Its mode is {}, so not every user can run it.", modeText(mode)),
-                isScript ? "Run chmod a+r on it." : "Run chmod a+rx on it.");
+                fmt::format("Run: chmod {} {}", isScript ? "a+r" : "a+rx", shellWord(file)));
             return;
         }
         const std::string head = headOf(file);
+        if (head.empty()) {
+            m_findings.add("command-empty", file, 0, "The file is empty, so it does nothing.",
+                           "Write the command, or copy the file again.");
+            return;
+        }
         const bool hasInterpreter = head.rfind("#!", 0) == 0;
         const std::string firstLine = head.substr(0, head.find('\n'));
         if ((isScript || hasInterpreter) && firstLine.size() > 1 && firstLine.back() == '\r') {
@@ -114,20 +160,35 @@ private:
         } else if (!isScript && hasInterpreter) {
             checkInterpreter(file, firstLine);
         }
-        if (!isScript && file.find_first_of(" \t") != file.npos) {
+    }
+
+    // Signs in the folder's name that break all there is of the application are found there.
+    void checkSigns(const std::string& file, const std::string& name) {
+        std::string signs =
+            signsThatBreak(file, endsWith(file, ".sh") ? ShellForm::Quoted : ShellForm::Bare);
+        if (m_key == "INIT_COMMAND") signs += signsThatBreak(file, ShellForm::Administrator);
+        std::string shown;
+        for (const char sign : signs) {
+            const bool isOfFolder = name.find(sign) == name.npos;
+            if (isOfFolder && std::string("'\"\\$`").find(sign) != std::string::npos) continue;
+            if (std::isspace(static_cast<unsigned char>(sign))) continue;
+            if (shown.find(sign) == shown.npos) shown += sign;
+        }
+        if (signs.find_first_of(" \t") != signs.npos) {
             m_findings.add("blank-in-path", file, 0,
                            "The path of an executable is not quoted, so the blank in it ends it.",
                            "Rename the file or its folder, or start it from a script (.sh).");
         }
+        if (shown.empty()) return;
+        m_findings.add(
+            "sign-in-path", file, 0,
+            fmt::format("The shell that starts it takes this in its path for its own: {}", shown),
+            "Rename it, or the folder that has this in its name.");
     }
 
     void checkInterpreter(const std::string& file, const std::string& firstLine) {
-        const std::size_t begin = firstLine.find_first_not_of(" \t", 2);
-        if (begin == firstLine.npos) return;
-        const std::size_t end = firstLine.find_first_of(" \t", begin);
-        const std::string program =
-            firstLine.substr(begin, end == firstLine.npos ? end : end - begin);
-        if (isThere(program)) return;
+        const std::string program = interpreterOf(firstLine);
+        if (program.empty() || canBeFound(program)) return;
         m_findings.add("interpreter-missing", file, 1,
                        fmt::format("{} is to run it, and is not on this machine.", program),
                        "Install that program, or name one that is there in the first line.");
@@ -146,28 +207,4 @@ void checkCommands(Findings& findings, const std::string& path, const std::strin
                    const Descriptor& descriptor) {
     CommandCheck check(findings, path, folder, descriptor);
     for (const char* key : {"LOCATE_COMMAND", "INIT_COMMAND", "EDIT_COMMAND"}) check.check(key);
-}
-
-void checkBundle(Findings& findings, const std::string& bundle) {
-    const std::string programs = bundle + "/Contents/MacOS";
-    for (const std::string& name : namesIn(programs)) {
-        const TreeLook look = lookAt(programs + "/" + name);
-        if (look.kind == Kind::File && (look.mode & kRunnable) == kRunnable) return;
-    }
-    findings.add("broken-bundle", bundle, 0,
-                 "There is no program in its folder Contents/MacOS that every user can run.",
-                 "Put the whole bundle there again, with its permissions.");
-}
-
-void checkBundles(Findings& findings, const std::string& folder) {
-    for (const std::string& name : namesIn(folder)) {
-        if (!endsWith(name, ".app")) continue;
-        const std::string bundle = folder + "/" + name;
-        if (lookAt(bundle).kind == Kind::BrokenLink) {
-            findings.add("broken-link", bundle, 0, "This link leads nowhere.",
-                         "Make what it leads to, or put a bundle into its place.");
-        } else {
-            checkBundle(findings, bundle);
-        }
-    }
 }

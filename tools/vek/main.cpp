@@ -7,7 +7,7 @@
 
 #include "tools/vek/commands.h"
 #include "tools/vek/library.h"
-#include "tools/vek/tree_init.h"
+#include "tools/vek/shipped_apps.h"
 
 int main(int argc, char** argv) {
     CLI::App app(

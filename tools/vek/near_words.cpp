@@ -57,6 +57,8 @@ std::vector<std::string> nearWords(const std::string& word, const std::vector<st
     std::size_t least = std::max<std::size_t>(1, word.size() / 3);
     std::vector<std::string> nearest;
     for (const std::string& candidate : words) {
+        if (word.size() > candidate.size() + least || candidate.size() > word.size() + least)
+            continue;
         const std::size_t distance = wordDistance(word, candidate);
         if (distance > least || distance >= candidate.size()) continue;
         if (distance < least) nearest.clear();

@@ -21,6 +21,8 @@ constexpr std::size_t kMostApps = 32;  // the bridge's own limit
 bool checkRoot(Findings& findings, const std::string& root) {
     const TreeLook look = lookAt(root);
     if (look.kind == Kind::Missing) {
+        const std::string inTheWay = whatIsNoFolder(root);
+        if (!inTheWay.empty()) return checkFolder(findings, inTheWay);
         findings.add("tree-missing", root, 0, "There is no shared tree here.",
                      "Run vek init, as an administrator (sudo) where that is needed.");
         return false;
@@ -47,15 +49,41 @@ void checkWayTo(Findings& findings, const std::string& root) {
     }
 }
 
+// Behind a link vek init makes nothing.
+void findLink(Findings& findings, const std::string& link, const std::string& missing) {
+    findings.add("linked-folder", link, 0,
+                 fmt::format("This is a link, and what it leads to lacks {}.", missing),
+                 "Put that there yourself, or remove the link and run vek init.");
+}
+
+void checkHubFiles(Findings& findings, const std::string& hub) {
+    std::string missing;
+    for (const std::string& name : hubFiles()) {
+        if (lookAt(hub + "/" + name).kind != Kind::Missing) continue;
+        missing += (missing.empty() ? "" : ", ") + name;
+        if (isLink(hub)) continue;
+        findings.add("file-missing", hub + "/" + name, 0, "This text file is not there.",
+                     "Run vek init, which makes it with the permissions that it needs.");
+    }
+    if (!missing.empty() && isLink(hub)) findLink(findings, hub, missing);
+}
+
+void checkProjects(Findings& findings) {
+    const std::string projects = BXVek::s_VekProjectsFolder.c_str();
+    const std::string own = BXVek::s_VekDefaultProjectFolder.c_str();
+    if (!checkFolder(findings, projects)) return;
+    if (isLink(projects) && lookAt(own).kind == Kind::Missing) {
+        findLink(findings, projects, "its folder Default");
+    } else {
+        checkFolder(findings, own);
+    }
+}
+
 void checkHub(TreeState& state, const std::vector<CheckedApp>& apps) {
     Findings& findings = state.findings;
     const std::string hub = BXVek::s_VekHubFolder.c_str();
     if (!checkFolder(findings, hub)) return;
-    for (const std::string& name : hubFiles()) {
-        if (lookAt(hub + "/" + name).kind != Kind::Missing) continue;
-        findings.add("file-missing", hub + "/" + name, 0, "This text file is not there.",
-                     "Run vek init, which makes it with the permissions that it needs.");
-    }
+    checkHubFiles(findings, hub);
     const bool areAppsKnown = lookAt(BXVek::s_VekAppsFolder.c_str()).kind == Kind::Folder;
     if (areAppsKnown) state.selected = checkSelectedApp(findings, apps);
     checkProjectPath(findings);
@@ -115,7 +143,9 @@ std::vector<CheckedApp> checkApps(Findings& findings) {
                      "Move those that are not used to another place.");
     } else if (apps.empty()) {
         findings.add("no-application", parent, 0, "There is no target application.",
-                     "Run vek init, which brings those that ship with the bridge.");
+                     isLink(parent)
+                         ? "Put one there, or remove this link and run vek init."
+                         : "Run vek init, which brings those that ship with the bridge.");
     }
     return apps;
 }
@@ -130,8 +160,7 @@ TreeState checkTree() {
     const std::vector<CheckedApp> apps = checkApps(state.findings);
     for (const CheckedApp& app : apps) state.apps.push_back(app.id);
     checkHub(state, apps);
-    if (checkFolder(state.findings, BXVek::s_VekProjectsFolder.c_str())) {
-        checkFolder(state.findings, BXVek::s_VekDefaultProjectFolder.c_str());
-    }
+    checkProjects(state.findings);
+    state.findings.tellWhatWasLeftOut();
     return state;
 }

@@ -34,6 +34,11 @@ void checkCommands(Findings& findings, const std::string& path, const std::strin
 void checkBundles(Findings& findings, const std::string& folder);
 void checkBundle(Findings& findings, const std::string& bundle);
 
+// Whether this user can look into the folder; found otherwise.
+bool checkOpen(Findings& findings, const std::string& folder);
+// Whether every user can read the file, or reach all that is in the folder; no link is followed.
+void checkReach(Findings& findings, const std::string& top);
+
 // What is left of an interrupted vek init.
 void checkLeftOvers(Findings& findings, const std::string& folder);
 

@@ -161,6 +161,15 @@ int TreeFolder::copyFile(const std::string& from, const std::string& name, mode_
     return error;
 }
 
+int TreeFolder::whyUnreadable(const std::string& path) noexcept {
+    const Descriptor file(openFile(AT_FDCWD, path.c_str(), 0));
+    return file.isOpen() ? 0 : errno;
+}
+
+bool TreeFolder::canRead(const std::string& name) const noexcept {
+    return Descriptor(openFile(m_descriptor, name.c_str(), O_NOFOLLOW)).isOpen();
+}
+
 bool TreeFolder::isSameFile(const std::string& name, const std::string& other) const {
     const Descriptor mine(openFile(m_descriptor, name.c_str(), O_NOFOLLOW));
     const Descriptor theirs(openFile(AT_FDCWD, other.c_str(), 0));

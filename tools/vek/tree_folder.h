@@ -36,6 +36,9 @@ public:
     // a name of its own in `workshop`, a folder of the same disk.
     int copyFile(const std::string& from, const std::string& name, mode_t mode,
                  const TreeFolder& workshop) const;
+    // 0, or why the regular file at `path` cannot be read.
+    static int whyUnreadable(const std::string& path) noexcept;
+    bool canRead(const std::string& name) const noexcept;
     // Whether the file here holds the same bytes as the one at `other`; false when one of them
     // cannot be read.
     bool isSameFile(const std::string& name, const std::string& other) const;

@@ -8,7 +8,8 @@
 struct TreeStep {
     enum class Outcome { Made, Kept, Failed };
     Outcome outcome;
-    std::string path;    // below the tree's folder; the folder itself is "."
+    // Below the tree's folder, which itself is "."; whole, where that folder cannot be had.
+    std::string path;
     std::string note;    // of a thing that was kept: what is not as it would have been made
     std::string advice;  // of a failure: what to do
 };
@@ -21,14 +22,9 @@ struct TreeReport {
     bool hasNoTree = false;
 };
 
-// The folder of target applications that belongs to this program: share/vek/apps where it is
-// installed, apps of the build folder where it was built.
-std::string shippedAppsFolder();
-// The names of the target applications in `folder`, sorted: the folders in it with a descriptor.
-std::vector<std::string> shippedApps(const std::string& folder);
-
 // Makes what is missing of the tree at `root`: its folders, the empty text files of the hub, and a
 // copy of each target application in `apps`. What is there, a link too, stays as it is with its
-// permissions. Nothing outside the tree is written but the folders that lead to it, and a file is
-// there whole or not at all.
+// permissions; behind a link nothing is made, and a link that leads to less is a failure. Nothing
+// outside the tree is written but the folders that lead to it, and a file is there whole or not at
+// all.
 TreeReport makeTree(const std::string& root, const std::string& apps);

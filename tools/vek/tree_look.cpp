@@ -23,11 +23,6 @@ void findBrokenLink(Findings& findings, const std::string& path) {
                  "Make what it leads to, or remove the link and run vek init.");
 }
 
-std::string shellWord(const std::string& path) {
-    const bool isPlain = path.find_first_of(" '\"\\$`*?&;()<>|#\n\t") == path.npos;
-    return isPlain ? path : "\"" + path + "\"";
-}
-
 void checkSharing(Findings& findings, const std::string& path, mode_t mode, mode_t wanted) {
     if ((mode & wanted) == wanted) return;
     const bool isWritten = wanted != kReadFileMode;
@@ -73,6 +68,36 @@ TreeLook lookAt(const std::string& path) {
     const int error = errno;
     if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) return {Kind::BrokenLink};
     return {error == EACCES ? Kind::Hidden : Kind::Missing};
+}
+
+bool isLink(const std::string& path) {
+    struct stat status;
+    return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
+std::string whatIsNoFolder(const std::string& folder) {
+    for (std::size_t end = folder.find('/', 1);; end = folder.find('/', end + 1)) {
+        const std::string path = folder.substr(0, end);
+        const Kind kind = lookAt(path).kind;
+        if (kind == Kind::Missing || kind == Kind::Hidden) return "";
+        if (kind != Kind::Folder) return path;
+        if (end == folder.npos) return "";
+    }
+}
+
+std::string closedFolderOf(const std::string& path) {
+    std::string folder = path;
+    do {
+        folder.erase(folder.rfind('/'));
+    } while (folder.rfind('/') > 0 && lookAt(folder).kind == Kind::Hidden);
+    return folder;
+}
+
+std::string shellWord(const std::string& path) {
+    if (path.find_first_of(" '\"\\$`*?[&;()<>|#~\n\t") == path.npos) return path;
+    std::string word = "'";
+    for (const char c : path) word += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return word + "'";
 }
 
 bool isThere(const std::string& path) {
@@ -185,9 +210,15 @@ std::vector<TextLine> linesOf(const std::string& text) {
     return lines;
 }
 
+std::string withoutVolume(const std::string& path) {
+    const std::size_t colon = path.find(':');
+    const bool hasVolume = colon < path.find('/') && path.compare(colon, 2, ":/") == 0;
+    return hasVolume ? path.substr(colon + 1) : path;
+}
+
 bool checkAbsolute(Findings& findings, const std::string& path, const std::string& file, int line,
                    const std::string& whose) {
-    if (path.rfind('/', 0) == 0) return true;
+    if (withoutVolume(path).rfind('/', 0) == 0) return true;
     findings.add("relative-path", file, line,
                  fmt::format("{} \"{}\" does not begin at the root.", whose, path),
                  "Write the whole path, from its first '/' on.");

@@ -18,6 +18,14 @@ struct TreeLook {
 // Hidden: this user cannot tell what is there.
 TreeLook lookAt(const std::string& path);
 bool isThere(const std::string& path);
+bool isLink(const std::string& path);
+// The first folder on the way to `folder`, or that itself, in whose place something else stands;
+// empty where there is none.
+std::string whatIsNoFolder(const std::string& folder);
+// Of a path at which the look says Hidden, the folder that hides it.
+std::string closedFolderOf(const std::string& path);
+// The path as a word for the shell.
+std::string shellWord(const std::string& path);
 // Whether this user can list the folder and reach what is in it.
 bool canLookInto(const std::string& folder);
 
@@ -46,6 +54,10 @@ struct TextLine {
 // A line ends at a line feed, a carriage return, or both.
 std::vector<TextLine> linesOf(const std::string& text);
 
-// Whether `path` begins at the root; found otherwise. `whose` begins the sentence.
+// What follows the name of a volume, which a ':' ends and the root follows; the path itself where
+// it has none.
+std::string withoutVolume(const std::string& path);
+// Whether `path` begins at the root, with or without a volume; found otherwise. `whose` begins the
+// sentence.
 bool checkAbsolute(Findings& findings, const std::string& path, const std::string& file, int line,
                    const std::string& whose);

@@ -1,0 +1,69 @@
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include "tools/vek/shared_tree.h"
+#include "tools/vek/tree_checks.h"
+#include "tools/vek/tree_look.h"
+
+// Whether every user gets at what lies below a folder.
+
+namespace {
+
+constexpr mode_t kReadable = 0444;
+constexpr mode_t kPassable = 0555;
+
+class ReachCheck {
+public:
+    ReachCheck(Findings& findings, const std::string& top) : m_findings(findings), m_top(top) {}
+
+    void check(const std::string& path) {
+        struct stat status;
+        if (lstat(path.c_str(), &status) != 0) return;
+        const mode_t mode = status.st_mode & kModeBits;
+        if (S_ISDIR(status.st_mode)) {
+            if (checkOpen(m_findings, path)) checkFolder(path, mode);
+        } else if (S_ISREG(status.st_mode) && (mode & kReadable) != kReadable) {
+            find("file-not-shared", path, mode, "can read it", "a+r");
+        }
+    }
+
+private:
+    void checkFolder(const std::string& path, mode_t mode) {
+        if ((mode & kPassable) != kPassable) {
+            find("folder-not-shared", path, mode, "gets to what is in it", "a+rx");
+        }
+        for (const std::string& name : namesIn(path)) check(path + "/" + name);
+    }
+
+    void find(const char* code, const std::string& path, mode_t mode, const char* what,
+              const char* change) {
+        if (m_findings.areAbout(path)) return;
+        if (++m_count > Findings::kMostOfACode) {
+            m_findings.add("folder-not-shared", m_top, 0,
+                           "Much of what is in it is closed to some users.",
+                           fmt::format("Run: chmod -R a+rX {}", shellWord(m_top)));
+            return;
+        }
+        m_findings.add(code, path, 0,
+                       fmt::format("Its mode is {}, so not every user {}.", modeText(mode), what),
+                       fmt::format("Run: chmod {} {}", change, shellWord(path)));
+    }
+
+    Findings& m_findings;
+    const std::string& m_top;
+    std::size_t m_count = 0;
+};
+
+}  // namespace
+
+bool checkOpen(Findings& findings, const std::string& folder) {
+    if (canLookInto(folder)) return true;
+    findings.add(
+        "folder-unreadable", folder, 0, "This user cannot look into this folder.",
+        fmt::format("As its owner or an administrator, run: chmod a+rx {}", shellWord(folder)));
+    return false;
+}
+
+void checkReach(Findings& findings, const std::string& top) {
+    ReachCheck(findings, top).check(top);
+}
