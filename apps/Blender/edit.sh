@@ -10,6 +10,11 @@ folder=$(cd "$(dirname "$0")" && pwd)
 report=$folder/Blender_Report.txt
 order=$folder/Blender_Order.txt
 
+# Empties a file that the next user writes too.
+empty() {
+    (umask 0 && : >"$1")
+}
+
 fail() {
     printf '%s\nexit_code: 1\n' "$1" >"$report"
     echo "$1" >&2
@@ -22,6 +27,7 @@ is_running() {
     [ -n "$pid" ] && ps -p "$pid" -o command= 2>/dev/null | grep -qi blender
 }
 
+empty "$report"
 app=$(setting PATH)
 [ -n "$app" ] || fail "It is not known where Blender is. Locate it first."
 program=$(program_of "$app") || fail "Blender is no longer where it was located: $app"
@@ -35,10 +41,10 @@ if [ -n "$script" ]; then
 fi
 
 # Whichever Blender takes the order away receives the objects.
-: >"$order" || fail "The order for Blender cannot be written: $order"
-: >"$report"
+empty "$order" || fail "The order for Blender cannot be written: $order"
 if is_running; then
     case $app in *.app) open -a "$app" ;; esac
     exit
 fi
+empty "$folder/Blender_Output.txt"
 nohup "$program" --addons "$addon" >"$folder/Blender_Output.txt" 2>&1 </dev/null &

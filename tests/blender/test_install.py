@@ -129,7 +129,10 @@ def test_init_writes_as_the_user_whose_blender_it_is():
 
 def test_edit_says_that_blender_is_not_located(app):
     assert app.run("edit.sh").returncode == 1
-    report = (app.folder / "Blender_Report.txt").read_text()
+    written = app.folder / "Blender_Report.txt"
+    report = written.read_text()
+    # the next user's order is reported there too
+    assert written.stat().st_mode & 0o777 == 0o666
     assert report == "It is not known where Blender is. Locate it first.\nexit_code: 1\n"
 
 
