@@ -20,8 +20,9 @@ help:
 	@echo "make format    formats the sources"
 	@echo "make clean     removes build/"
 
+# What a target needs beside the packages of all is named at once, for who has to ask for it.
 setup:
-	@scripts/install-packages
+	@scripts/install-packages packages.txt $(PACKAGES)
 
 # Without them the tests that build for the Mac are skipped.
 macos-headers: setup
@@ -30,7 +31,7 @@ macos-headers: setup
 
 build: setup
 	@cmake --preset release >/dev/null
-	@cmake --build --preset release -j $(JOBS)
+	@cmake --build --preset release -j $(JOBS) --target Vek vek vek-validate vek_example
 
 test: setup macos-headers
 	@for preset in $(PRESETS); do \
@@ -46,29 +47,29 @@ DEMO_Blender := demo/blender.lua
 DEMO = $(or $(DEMO_$(APP)),$(error There is no demo of $(APP); APP is Example or Blender))
 
 # HOME is one of the demo's own: what is installed into Blender, is not installed into the user's.
+demo: PACKAGES = $(if $(filter Blender,$(APP)),packages-blender.txt)
 demo: build
-	@if [ "$(APP)" = Blender ]; then scripts/install-packages packages-blender.txt; fi
 	@mkdir -p build/demo/home
 	@HOME="$(CURDIR)/build/demo/home" PATH="$(CURDIR)/demo/stand-ins:$$PATH" \
 	    scripts/private-view build/release/bin/vek run $(DEMO) \
 	    --app build/release/apps/$(APP) --out "$(CURDIR)/build/demo" $${MESH:+--mesh "$$MESH"}
 
+bench: PACKAGES = packages-bench.txt
 bench: setup
-	@scripts/install-packages packages-bench.txt
 	@cmake --preset bench >/dev/null
 	@cmake --build --preset bench -j $(JOBS)
 	@scripts/private-view bench/run build/bench
 
+coverage: PACKAGES = packages-coverage.txt
 coverage: setup
-	@scripts/install-packages packages-coverage.txt
 	@cmake --preset coverage >/dev/null
 	@cmake --build --preset coverage -j $(JOBS)
 	@find build/coverage -name '*.gcda' -delete
 	@ctest --preset coverage -j $(JOBS)
 	@scripts/coverage-table build/coverage --missing
 
+memcheck: PACKAGES = packages-memcheck.txt
 memcheck: setup
-	@scripts/install-packages packages-memcheck.txt
 	@cmake --preset dev >/dev/null
 	@cmake --build --preset dev -j $(JOBS)
 	@scripts/memcheck build/dev
