@@ -33,6 +33,7 @@ build: setup
 	@cmake --preset release >/dev/null
 	@cmake --build --preset release -j $(JOBS) --target Vek vek vek-validate vek_example
 
+test: PACKAGES = $(if $(shell command -v npm),,packages-npm.txt)
 test: setup macos-headers
 	@for preset in $(PRESETS); do \
 	    echo "== $$preset"; \

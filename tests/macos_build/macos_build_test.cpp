@@ -172,6 +172,28 @@ TEST_F(WholeMacBuild, LinksThe64BitLibraryWithNothingLeftOpen) {
     EXPECT_EQ(openSymbols(folder + "/libVek.dylib"), std::vector<std::string>{});
 }
 
+TEST(MacFamilies, SaysThatNewHeadersLinkNo32BitPrograms) {
+    const TempFolder sdk;
+    makeFolders(sdk / "usr/lib");
+    writeFile(sdk / "script.cmake",
+              "cmake_minimum_required(VERSION 3.22)\n"
+              "include(" VEK_SOURCE_DIR
+              "/cmake/macos.cmake)\n"
+              "vek_check_macos_families(\"${FAMILIES}\" " +
+                  sdk.path() + ")\n");
+    const auto checks = [&](const std::string& families, std::string& said) {
+        return runProgram(VEK_CMAKE " -DFAMILIES='" + families + "' -P " + (sdk / "script.cmake"),
+                          said) == 0;
+    };
+    std::string said;
+    writeFile(sdk / "usr/lib/libSystem.tbd", "targets: [ x86_64-macos, arm64-macos ]\n");
+    EXPECT_FALSE(checks("i386;x86_64", said));
+    EXPECT_NE(said.find("cannot link 32-bit programs"), std::string::npos) << said;
+    EXPECT_TRUE(checks("x86_64", said)) << said;
+    writeFile(sdk / "usr/lib/libSystem.tbd", "archs: [ i386, x86_64 ]\n");
+    EXPECT_TRUE(checks("i386;x86_64", said)) << said;
+}
+
 TEST(MacToolchain, SaysThatItWantsTheFolderOfThePlatformsHeaders) {
     const TempFolder folder;
     std::string said;
