@@ -8,6 +8,7 @@
 #include <cstring>
 #include <set>
 #include <sstream>
+#include <utility>
 
 namespace {
 
@@ -58,6 +59,36 @@ bool isBetween(const std::string& now, const std::string& before, const std::str
     const bool endsWhole = now.empty() || (!before.empty() && now.back() == before.back()) ||
                            (!after.empty() && now.back() == after.back());
     return holds(either, lines) && holds(lines, both) && endsWhole;
+}
+
+std::string withoutLineFeeds(const std::string& text) {
+    return text.substr(0, text.find_last_not_of('\n') + 1);
+}
+
+// Where the two differ or one ends, from there on.
+std::size_t alikeUntil(const std::string& now, const std::string& other, std::size_t from) {
+    std::size_t at = from;
+    while (at < now.size() && at < other.size() && now[at] == other[at]) ++at;
+    return at;
+}
+
+// In each of so many runs the beginning of the new bytes, and behind it the old ones that it does
+// not cover.
+bool isMeeting(const std::string& now, const std::string& before, const std::string& after,
+               int runs = 1) {
+    std::size_t at = 0;
+    for (int run = 0; run < runs; ++run) {
+        at = alikeUntil(now, before, alikeUntil(now, after, at));
+    }
+    return now != before && now != after && at == now.size() && at >= before.size();
+}
+
+// A meeting in one run, as long as the old text, with line feeds behind it.
+bool isTextMeeting(const std::string& now, const std::string& before, const std::string& after) {
+    const std::string text = withoutLineFeeds(now);
+    if (text == withoutLineFeeds(before) || text == withoutLineFeeds(after)) return false;
+    const bool isAsLong = now.size() >= before.size() && text.size() <= before.size();
+    return isAsLong && isMeeting(now.substr(0, before.size()), before, after);
 }
 
 // Nothing but a transfer that fails lets a file be half-written.
@@ -112,15 +143,71 @@ bool Judge::filesAreWhole(const Stage::State& state) const {
     return true;
 }
 
-bool Judge::oneFileIsHalf(const Stage::State& state) const {
-    std::string changed;
-    for (const std::string& path : pathsIn(m_untouched.state, state)) {
-        if (fileIn(state, path) == fileIn(m_untouched.state, path)) continue;
-        if (!changed.empty()) return false;
-        changed = path;
+bool Judge::isAMessage(const Seen& seen) const {
+    if (seen.block2 != m_untouched.block2) return false;
+    const auto isIt = [&](const std::string& message) {
+        std::string block = m_untouched.block1;
+        if (message.empty()) {
+            block.at(m_scenario.given1.size()) = '\0';
+        } else {
+            block.replace(0, message.size() + 1, message.c_str(), message.size() + 1);
+        }
+        return seen.block1 == block;
+    };
+    return std::any_of(m_scenario.messages.begin(), m_scenario.messages.end(), isIt);
+}
+
+bool Judge::oneFileIsHalf(const Stage::State& state, const FaultPoint& point) const {
+    Stage::State rest = state;
+    const std::string path = m_scenario.text.substr(Tree::root().size());
+    if (rest.count(path) == 0 || m_untouched.state.count(path) == 0) return false;
+    const std::string before = fileIn(m_untouched.state, path);
+    const std::string after = fileIn(m_success.state, path);
+    const std::string now = std::exchange(rest[path], before);
+    if (rest != m_untouched.state) return false;
+    if (isHalf(now, before, after)) return true;
+    // A scene that was only to be cut to its length, at the end, is new already.
+    const bool isCutting = std::strcmp(point.callKind().symbol, "ftruncate64") == 0;
+    return isCutting && m_scenario.magic.empty() && before != after && now == after;
+}
+
+// Whole or in part, the magic is blank, and nothing else is changed before it is blank whole.
+bool Judge::isHalf(const std::string& now, const std::string& before,
+                   const std::string& after) const {
+    const std::size_t size = m_scenario.magic.size();
+    if (size == 0) return isMeeting(now, before, after, m_scenario.runs);
+    if (now.size() != before.size()) return false;
+    const std::string magic = now.substr(0, size), body = now.substr(size);
+    const std::string old = before.substr(size), fresh = after.substr(size);
+    const std::string blank(size, '\0');
+    if (magic == blank) {
+        return body == old || body == fresh || isMeeting(body, old, fresh, m_scenario.runs);
     }
-    const bool isTheOne = !changed.empty() && Tree::root() + changed == m_scenario.text;
-    return isTheOne && m_scenario.mayBeLeft(fileIn(state, changed));
+    return (body == old && isMeeting(magic, m_scenario.magic, blank)) ||
+           (body == fresh && isMeeting(magic, blank, m_scenario.magic));
+}
+
+bool Judge::oneTextIsTorn(const Stage::State& state) const {
+    Stage::State rest = state;
+    int torn = 0;
+    for (auto& file : rest) {
+        if (!isTorn(file.first, file.second)) continue;
+        file.second = fileIn(m_untouched.state, file.first);
+        ++torn;
+    }
+    const bool othersMayChange = (m_scenario.allowed & Scenario::Parts) != 0;
+    return torn == 1 && (rest == m_untouched.state || (othersMayChange && filesAreWhole(rest)));
+}
+
+bool Judge::isTorn(const std::string& path, const std::string& now) const {
+    const bool isFile = path.front() == '/' && m_untouched.state.count(path) != 0;
+    if (!isFile || m_success.state.count(path) == 0) return false;
+    const std::string before = fileIn(m_untouched.state, path);
+    const std::string after = fileIn(m_success.state, path);
+    if (before == after) return false;
+    const std::string& halfway = m_scenario.halfway;
+    if (halfway.empty()) return isTextMeeting(now, before, after);
+    return isTextMeeting(now, before, halfway) || isTextMeeting(now, halfway, after);
 }
 
 Outcome Judge::outcomeOf(const Seen& seen, const FaultPoint& point) const {
@@ -139,15 +226,17 @@ Outcome Judge::outcomeOf(const Seen& seen, const FaultPoint& point) const {
         (blocksAre(seen, m_untouched) || blocksAre(seen, m_success)) && filesAreWhole(seen.state)) {
         return Outcome::Parts;
     }
-    if ((m_scenario.allowed & Scenario::Message) && reported && filesAreWhole(seen.state)) {
+    if ((m_scenario.allowed & Scenario::Message) && reported && isAMessage(seen) &&
+        filesAreWhole(seen.state)) {
         return Outcome::Parts;
     }
-    if ((m_scenario.allowed & Scenario::Torn) && (reported || succeeded) &&
-        manner == Manner::FillsUp) {
+    const bool mayBeBegun = reported && blocksAre(seen, m_untouched);
+    if ((m_scenario.allowed & Scenario::Torn) && mayBeBegun && manner == Manner::FillsUp &&
+        oneTextIsTorn(seen.state)) {
         return Outcome::Torn;
     }
-    if ((m_scenario.allowed & Scenario::Half) && reported && isTransfer(point) &&
-        oneFileIsHalf(seen.state)) {
+    if ((m_scenario.allowed & Scenario::Half) && mayBeBegun && isTransfer(point) &&
+        oneFileIsHalf(seen.state, point)) {
         return Outcome::Half;
     }
     return Outcome::Wrong;

@@ -35,8 +35,12 @@ public:
 private:
     bool isFailure(float result) const;
     bool blocksAre(const Seen& seen, const Seen& expected) const;
+    bool isAMessage(const Seen& seen) const;
     bool filesAreWhole(const Stage::State& state) const;
-    bool oneFileIsHalf(const Stage::State& state) const;
+    bool oneFileIsHalf(const Stage::State& state, const FaultPoint& point) const;
+    bool isHalf(const std::string& now, const std::string& before, const std::string& after) const;
+    bool oneTextIsTorn(const Stage::State& state) const;
+    bool isTorn(const std::string& path, const std::string& now) const;
 
     const Scenario& m_scenario;
     const Seen& m_untouched;

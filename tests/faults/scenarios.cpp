@@ -23,11 +23,6 @@ void turnForApp(const LoadedLibrary& library, Stage& stage) {
     library.call("GetVekAppIOPrefs", static_cast<double>(library.call("FindVekApp", "App")));
 }
 
-// No reader takes a file without its magic.
-bool hasNoMagic(const std::string& bytes) {
-    return bytes.substr(0, 4) != "Vekb" && bytes.size() > 4;
-}
-
 // The host's windows make their texts when they are asked for them first.
 void moveAndTakeBack(const LoadedLibrary& library, Stage& stage) {
     char item[] = "Bridge:Item", anchor[] = "Menu:B";
@@ -61,6 +56,8 @@ std::vector<Scenario> ofSetup() {
     Scenario init = withText("InitializeVek", "/Applications", 2.0f, 0.0f);
     init.failures = {0.0f, 1.0f, 2.0f};
     init.allowed = Scenario::Parts | Scenario::Torn;
+    const std::string host = sizeof(void*) == 8 ? "Dorvia64.app" : "Dorvia.app";
+    init.halfway = "PATH = \"/Applications/" + host + "\"\nOTHER = 1\n";
     std::vector<Scenario> all = {init};
     for (const char* name : {"VekSetExportScale", "VekSetExportOffsetX", "VekSetExportOffsetY",
                              "VekSetExportOffsetZ", "PrintInLog", "DeclareMacroActivated"}) {
@@ -106,14 +103,13 @@ Scenario prepares(const char* name, const char* file, const char* situation) {
     scenario.situation = situation;
     scenario.before = turnForApp;
     scenario.allowed = Scenario::Half;
-    scenario.mayBeLeft = hasNoMagic;
     if (std::strcmp(file, "large.vek") == 0) {
         scenario.files = [] { writeFile(Stage::file("large.vek"), Stage::largeMesh()); };
+        // The faces and their corner values.
+        scenario.runs = 2;
     }
     const std::string path = file;
-    if (path.substr(path.size() - 3) == ".ma") {
-        scenario.mayBeLeft = [](const std::string& bytes) { return !bytes.empty(); };
-    }
+    if (path.substr(path.size() - 4) == ".vek") scenario.magic = "Vekb";
     return scenario;
 }
 
@@ -208,6 +204,12 @@ std::vector<Scenario> ofControl() {
     refused.pauses = 0;
     refused.given1 = "No permission.";
     refused.allowed = Scenario::Parts | Scenario::Message;
+    refused.messages = {
+        "",
+        "An error occurred during installation.\n"
+        "One possible cause could be unsufficient permissions in target application installation "
+        "folder.\n"
+        "Please run Dorvia as an administrator and try again to install the Vek application!"};
     Scenario running = withText("VekAppIsRunning", Stage::file("Edit.app"), 1.0f, 0.0f);
     Scenario open = withText("OpenVekApplication", Stage::file("Edit.app"), 0.0f, 0.0f);
     open.situation = "ThatIsABundle";

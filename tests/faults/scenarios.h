@@ -16,10 +16,11 @@ struct Scenario {
     enum Allowed : unsigned {
         // Each file as it was, or as after success, or with some of its new lines.
         Parts = 1,
-        // The one file that is rewritten is neither: the export had begun to write, and reports it.
+        // In the one file that is rewritten new and old meet: the export had begun to write, and
+        // reports it.
         Half = 2,
-        // A text file is neither, where the disk takes but half of what is written over what is
-        // there already, and then nothing more.
+        // In a text file they do, where the disk takes but half of what is written over what is
+        // there already, and then nothing more. Line feeds may be left at the end.
         Torn = 4,
         // The caller is given another message.
         Message = 8,
@@ -39,8 +40,15 @@ struct Scenario {
     std::string given1, given2;
     std::vector<float> failures = {0.0f};
     unsigned allowed = 0;
-    // Whether a file may be left so; for Half.
-    std::function<bool(const std::string& bytes)> mayBeLeft;
+    // The magic, which is blank while the file is rewritten; for Half.
+    std::string magic;
+    // So many runs of bytes are rewritten in step, each from its start; for Half.
+    int runs = 1;
+    // What the text is after the first of two rewrites; for Torn.
+    std::string halfway;
+    // The texts that the caller may be given; empty: none, but a NUL at the end of the block that
+    // it told of. For Message.
+    std::vector<std::string> messages;
     // Calls that come before; what is in the files beside what always is.
     std::function<void(const LoadedLibrary& library, Stage& stage)> before;
     std::function<void()> files;

@@ -44,6 +44,7 @@ std::string scene(bool ofMaya) {
 
 }  // namespace
 
+// Of quads: the walk over triangles goes on into the corner values, and rewinds some of them twice.
 std::string Stage::largeMesh() {
     Ints faces, corners;
     for (int i = 0; i < 60000; ++i) {
@@ -51,7 +52,7 @@ std::string Stage::largeMesh() {
         corners.push_back(i);
     }
     ExchangeFile file;
-    file.vertices(Floats(60000, 2.0f)).faces(20003, faces).corners(25002, corners);
+    file.vertices(Floats(60000, 2.0f)).faces(20001, faces).corners(25001, corners);
     return file.end().bytes();
 }
 
