@@ -13,6 +13,7 @@
 #include <stdexcept>
 
 #include "tools/validate/rights.h"
+#include "tools/validate/session.h"
 #include "tools/validate/stand_ins.h"
 #include "tools/validate/tree.h"
 
@@ -65,6 +66,8 @@ const int kEndings[] = {SIGINT, SIGTERM, SIGHUP};
     try {
         prepareChild(settings);
         check.run(settings, report);
+    } catch (const MissingExport& missing) {
+        report.cannotTry(missing.sentence());
     } catch (const std::exception& error) {
         report.finds(error.what());
     }
@@ -176,7 +179,9 @@ private:
                 fail(text);
                 break;
             case Report::NotTried:
-                m_outcome.state = Outcome::State::NotTried;
+                // What was found before counts more.
+                if (m_outcome.state == Outcome::State::Passed)
+                    m_outcome.state = Outcome::State::NotTried;
                 m_outcome.findings.push_back(text);
                 break;
             case Report::Trace:

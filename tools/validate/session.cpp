@@ -10,13 +10,15 @@ void Session::prepare() {
     call("ReadVekObjectList");
 }
 
-bool Session::has(const StatedCall& call) const {
-    return m_library.find(call.name) != nullptr;
+bool Session::has(const StatedCall& call) {
+    if (m_library.find(call.name)) return true;
+    m_report.cannotTry(MissingExport{call.name}.sentence());
+    return false;
 }
 
 float Session::call(const StatedCall& call, const Arguments& arguments) {
     const VekExport function = m_library.find(call.name);
-    if (!function) return std::nanf("");
+    if (!function) throw MissingExport{call.name};
     m_last = call.name;
     const ExportEntry& entry = entryOf(call);
     if (!entry.text.empty()) m_last += " " + (arguments.text ? quoted(arguments.text) : "null");
@@ -40,7 +42,6 @@ float Session::call(const char* name, const std::string& text, double value, cha
 
 void Session::expect(float stated, const StatedCall& call, const Arguments& arguments,
                      const std::string& when) {
-    if (!has(call)) return;
     const float result = this->call(call, arguments);
     // NaN is never equal, and never stated.
     if (result == stated) return;
@@ -50,7 +51,6 @@ void Session::expect(float stated, const StatedCall& call, const Arguments& argu
 
 void Session::expect(float stated, const char* name, const std::string& text, double value,
                      char* block1, char* block2, char** host) {
-    if (!has(statedCall(name))) return;
     const float result = call(name, text, value, block1, block2, host);
     if (result == stated) return;
     m_report.finds(m_last + " gave " + asText(result) + "; stated is " + asText(stated));
