@@ -36,8 +36,10 @@ std::vector<std::string> controls() {
 
 // A control bears the name of its check; a further control of the same check has a suffix.
 std::string checkOf(const std::string& control) {
-    if (control == "symbols_missing") return "symbols";
     std::string name = control;
+    for (const std::string& first : controls()) {
+        if (control.compare(0, first.size() + 1, first + "_") == 0) name = first;
+    }
     std::replace(name.begin(), name.end(), '_', '-');
     return name;
 }
