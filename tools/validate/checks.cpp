@@ -45,6 +45,7 @@ const std::vector<Check>& allChecks() {
         {"open-files", "no call leaves a file open", checkOpenFiles},
         {"process-state", "calls leave locale, signals, environment and working folder",
          checkProcessState},
+        {"processes", "loading, unloading and calls leave no process behind", checkProcesses},
         {"silence", "no call prints anything", checkSilence},
         {"random", "random sequences of all exports give possible results", checkRandom},
     };

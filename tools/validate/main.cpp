@@ -8,6 +8,7 @@
 #include <exception>
 #include <filesystem>
 
+#include "tools/validate/descendants.h"
 #include "tools/validate/library.h"
 #include "tools/validate/shown_symbols.h"
 #include "tools/validate/stand_ins.h"
@@ -98,6 +99,7 @@ int validate(Settings& settings, const Selection& selection, bool json, char** a
     if (view == View::None) return refuse(why);
     why = obstacle(settings.library);
     if (!why.empty()) return refuse(why);
+    settings.adoptsOrphans = adoptOrphans();
     const Scratch scratch(view);
     settings.scratch = scratch.path();
     const std::vector<Outcome> outcomes = runAll(settings, selection, !json);

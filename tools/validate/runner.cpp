@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "tools/validate/descendants.h"
 #include "tools/validate/rights.h"
 #include "tools/validate/session.h"
 #include "tools/validate/stand_ins.h"
@@ -201,6 +202,8 @@ private:
         int status = 0;
         waitpid(m_process, &status, 0);
         s_group = 0;
+        // Also what left the group.
+        if (m_settings.adoptsOrphans) endChildrenBut(m_before);
         return status;
     }
 
@@ -225,6 +228,8 @@ private:
     }
 
     const Settings& m_settings;
+    // Of whoever became the validator.
+    const std::vector<ChildProcess> m_before = childrenOf(getpid());
     const Clock::time_point m_begin = Clock::now();
     const Clock::time_point m_deadline = m_begin + std::chrono::seconds(m_settings.timeLimit);
     Outcome m_outcome;

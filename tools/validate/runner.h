@@ -17,5 +17,6 @@ struct Outcome {
 };
 
 // Runs the check in a process of its own, in a process group of its own. The whole group is ended
-// with it, at its time limit at the latest. What it traces goes to standard output at once.
+// with it, and where orphans are adopted all else that it started, at its time limit at the latest.
+// What it traces goes to standard output at once.
 Outcome runCheck(const Check& check, const Settings& settings);
