@@ -22,7 +22,7 @@ namespace {
 const std::string kSources = VEK_SOURCE_DIR "/tests/validate/controls";
 
 // What these are for does not show as a check that fails.
-const std::set<std::string> kOthers = {"near_names_other", "time_limit"};
+const std::set<std::string> kOthers = {"exceptions", "near_names_other", "time_limit"};
 
 std::vector<std::string> controls() {
     std::vector<std::string> names;
@@ -126,6 +126,20 @@ TEST(Controls, HaveTheSignalThatEndedTheCheckNamed) {
     EXPECT_EQ(result["checks"][0]["signal"], "SIGSEGV");
     const std::string finding = result["checks"][0]["findings"].back();
     EXPECT_NE(finding.find("in FindVekApp null"), std::string::npos) << finding;
+}
+
+TEST(Controls, HaveTheCallNamedThatAnExceptionCameOutOf) {
+    int status = 0;
+    for (const char* check : {"results-setup", "random"}) {
+        const auto result =
+            validatedAsJson(VEK_CONTROLS "/exceptions.so", std::string("--only ") + check, status);
+        EXPECT_EQ(status, 1);
+        ASSERT_EQ(result["checks"].size(), 1u);
+        ASSERT_FALSE(result["checks"][0]["findings"].empty());
+        const std::string finding = result["checks"][0]["findings"][0];
+        EXPECT_NE(finding.find("PrintInLog"), std::string::npos) << finding;
+        EXPECT_NE(finding.find(" let an exception out: \"x\""), std::string::npos) << finding;
+    }
 }
 
 // A control that starts a program and waits for it, and leaves the program's id in a file.

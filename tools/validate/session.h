@@ -26,6 +26,7 @@ public:
     bool has(const StatedCall& call);
     // The result of a call. Throws MissingExport.
     float call(const StatedCall& call, const Arguments& arguments);
+    // NaN where an exception came out of it, which is found then.
     float call(const char* name, const std::string& text = "", double value = 0.0,
                char* block1 = nullptr, char* block2 = nullptr, char** host = nullptr);
 
@@ -43,13 +44,18 @@ public:
         if (!holds) m_report.finds(otherwise);
     }
 
+    bool isThrown() const { return m_isThrown; }  // of the last call
     const Library& library() const { return m_library; }
     Report& report() { return m_report; }
+
+    // Calls what the library has under this name. `told` goes into the message.
+    float pass(const char* name, const Arguments& arguments, const std::string& told);
 
 private:
     Library m_library;
     Report& m_report;
-    std::string m_last;  // the last call, for messages
+    std::string m_last;       // the last call, for messages
+    bool m_isThrown = false;  // whether an exception came out of it
 };
 
 // The exports that can be called from here: not the one that would ask a person.
