@@ -4,7 +4,8 @@ const std::vector<Check>& allChecks() {
     static const std::vector<Check> checks = {
         {"symbols", "shows the 49 functions, the 2 data symbols and nothing else", checkSymbols},
         {"near-names", "names that are near to an export's find nothing", checkNearNames},
-        {"load-files", "loading and unloading touch no file, no folder, not the working folder",
+        {"load-files",
+         "loading and unloading touch nothing in the tree, HOME, TMPDIR and the working folder",
          checkLoadFiles},
         {"load-locale", "loading and unloading leave the locale", checkLoadLocale},
         {"load-signals", "loading and unloading leave what signals do", checkLoadSignals},
