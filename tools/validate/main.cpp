@@ -77,8 +77,11 @@ std::vector<Outcome> runAll(const Settings& settings, const Selection& selection
 }
 
 // Why the library cannot be checked; empty where it can.
-std::string obstacle(const std::string& library) {
-    if (library.compare(0, 7, "/Users/") == 0) {
+std::string obstacle(const std::string& library, View view) {
+    const std::string tree = std::string(tree::kRoot) + "/";
+    if (library.compare(0, tree.size(), tree) == 0)
+        return "the checks clear the tree: copy the library out of " + tree;
+    if (view == View::Private && library.compare(0, 7, "/Users/") == 0) {
         return "the private view has another /Users: copy the library out of " +
                fs::path(library).parent_path().string();
     }
@@ -97,7 +100,7 @@ int validate(Settings& settings, const Selection& selection, bool json, char** a
     std::string why;
     const View view = enterView(arguments, why);
     if (view == View::None) return refuse(why);
-    why = obstacle(settings.library);
+    why = obstacle(settings.library, view);
     if (!why.empty()) return refuse(why);
     settings.adoptsOrphans = adoptOrphans();
     const Scratch scratch(view);

@@ -9,6 +9,7 @@
 #include <elf.h>
 #endif
 
+#include "tools/validate/mach_o.h"
 #include "tools/validate/tree.h"
 
 #ifdef __APPLE__
@@ -26,9 +27,11 @@ bool shownSymbols(const std::string& path, std::set<std::string>& names, std::st
 }
 
 int bitsOf(const std::string& path) {
-    const std::string file = tree::read(path);
-    if (file.compare(0, 4, "\xCF\xFA\xED\xFE") == 0) return 64;
-    return file.compare(0, 4, "\xCE\xFA\xED\xFE") == 0 ? 32 : 0;
+    const MachOSizes sizes = machOSizes(tree::read(path));
+    const bool hasOwn = sizeof(void*) == 8 ? sizes.has64 : sizes.has32;
+    if (hasOwn) return sizeof(void*) * 8;
+    if (sizes.has64) return 64;
+    return sizes.has32 ? 32 : 0;
 }
 
 #else
