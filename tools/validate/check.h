@@ -11,6 +11,7 @@ struct Settings {
     std::string scratch;  // a folder of the run's own
     std::uint64_t seed = 1;
     bool reproduces = false;     // the sequence of `seed` alone, every call told
+    bool json = false;           // the result is printed as JSON, and nothing beside it
     int timeLimit = 60;          // seconds for each check
     bool adoptsOrphans = false;  // whether processes that lose their parent become the validator's
 };

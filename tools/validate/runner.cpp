@@ -186,8 +186,7 @@ private:
                 m_outcome.findings.push_back(text);
                 break;
             case Report::Trace:
-                std::printf("%s\n", text.c_str());
-                std::fflush(stdout);
+                trace(text);
                 break;
             case Report::Done:
                 m_isDone = true;
@@ -195,6 +194,15 @@ private:
             default:
                 break;
         }
+    }
+
+    void trace(const std::string& text) {
+        if (m_settings.json) {
+            m_outcome.calls.push_back(text);
+            return;
+        }
+        std::printf("%s\n", text.c_str());
+        std::fflush(stdout);
     }
 
     int end() {
