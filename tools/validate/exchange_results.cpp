@@ -42,11 +42,16 @@ void expectTurning(Session& session) {
     expectMirrored(session, "VekPreImport", kMesh, X, 6.0f);
 }
 
-// For an application whose switches are others for each direction; with the offsets set before.
-void expectTurningByDirection(Session& session) {
+// The index of an application whose switches are others for each direction.
+double addAxes(Session& session) {
     tree::addApp("Axes", "EXTENSION .vek\nEXPORT_FLIP_Y 1\nIMPORT_FLIP_Z 1\n");
     session.expect(2.0f, "InitializeVek", "/Applications");
-    session.call("GetVekAppIOPrefs", "", session.call("FindVekApp", "Axes"));
+    return session.call("FindVekApp", "Axes");
+}
+
+// With the offsets set before.
+void expectTurningByDirection(Session& session, double axes) {
+    session.call("GetVekAppIOPrefs", "", axes);
     expectMirrored(session, "VekPostExport", kMesh, Y, 10.0f);
     expectMirrored(session, "VekPreImport", kMesh, Z, 14.0f);
 }
@@ -153,8 +158,10 @@ void checkExchangeResults(const Settings& settings, Report& report) {
     tree::make();
     Session session(settings, report);
     session.prepare();
+    const double axes = addAxes(session);
+    session.call("GetVekAppIOPrefs", "", session.call("FindVekApp", "Alpha"));
     expectTurning(session);
-    expectTurningByDirection(session);
+    expectTurningByDirection(session, axes);
     expectRefusing(session, "mesh.obj", "v 1 2 3\n");
     expectRefusing(session, "empty.vek", "");
     expectRefusing(session, "other.vek", "Bekv" + tree::exchangeFile().substr(4));
