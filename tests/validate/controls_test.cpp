@@ -22,7 +22,7 @@ namespace {
 const std::string kSources = VEK_SOURCE_DIR "/tests/validate/controls";
 
 // What these are for does not show as a check that fails.
-const std::set<std::string> kOthers = {"near_names_other", "time_limit"};
+const std::set<std::string> kOthers = {"exceptions", "near_names_other", "time_limit"};
 
 std::vector<std::string> controls() {
     std::vector<std::string> names;
@@ -36,10 +36,16 @@ std::vector<std::string> controls() {
 
 // A control bears the name of its check; a further control of the same check has a suffix.
 std::string checkOf(const std::string& control) {
-    if (control == "symbols_missing") return "symbols";
     std::string name = control;
+    for (const std::string& first : controls()) {
+        if (control.compare(0, first.size() + 1, first + "_") == 0) name = first;
+    }
     std::replace(name.begin(), name.end(), '_', '-');
     return name;
+}
+
+std::set<std::string> notTried(const nlohmann::json& result) {
+    return checksThat("not tried", result);
 }
 
 class Control : public testing::TestWithParam<std::string> {
@@ -78,8 +84,36 @@ TEST_P(Control, FailsItsCheckAlone) {
     EXPECT_EQ(status, 1);
     EXPECT_EQ(checksThat("failed", result), std::set<std::string>{checkOf(GetParam())})
         << result.dump(2);
-    EXPECT_EQ(checksThat("passed", result).size() + 1, listedChecks().size());
+    // Only what is not there cannot be tried.
+    const std::size_t others = GetParam() == "symbols_missing" ? notTried(result).size() : 0;
+    EXPECT_EQ(checksThat("passed", result).size() + others + 1, listedChecks().size());
     EXPECT_EQ(result["verdict"], "failed");
+}
+
+TEST(Controls, LeaveNoCheckPassedThatCallsAMissingExport) {
+    int status = 0;
+    const auto result = validatedAsJson(VEK_CONTROLS "/symbols_missing.so", "", status);
+    EXPECT_EQ(status, 1);
+    const auto left = notTried(result);
+    for (const char* name : {"nulls", "results-setup", "first-call", "twice", "order", "same-bytes",
+                             "missing-tree", "silence", "random"}) {
+        EXPECT_TRUE(left.count(name)) << name;
+    }
+    for (const auto& check : result["checks"]) {
+        if (!left.count(check["name"])) continue;
+        EXPECT_EQ(check["findings"], nlohmann::json{"DeclareMacroActivated is not there"});
+    }
+    validated(VEK_CONTROLS "/symbols_missing.so", "--only random", status);
+    EXPECT_EQ(status, 2);
+}
+
+TEST(Controls, PassNoCheckThatCallsWhereNoExportIsThere) {
+    int status = 0;
+    const auto result = validatedAsJson(VEK_CONTROLS "/near_names_other.so", "", status);
+    EXPECT_EQ(status, 1);
+    const std::set<std::string> withoutCalls = {"load-files", "load-locale", "load-signals",
+                                                "load-environment"};
+    EXPECT_EQ(checksThat("passed", result), withoutCalls);
 }
 
 INSTANTIATE_TEST_SUITE_P(Validate, Control, testing::ValuesIn(controls()),
@@ -92,6 +126,20 @@ TEST(Controls, HaveTheSignalThatEndedTheCheckNamed) {
     EXPECT_EQ(result["checks"][0]["signal"], "SIGSEGV");
     const std::string finding = result["checks"][0]["findings"].back();
     EXPECT_NE(finding.find("in FindVekApp null"), std::string::npos) << finding;
+}
+
+TEST(Controls, HaveTheCallNamedThatAnExceptionCameOutOf) {
+    int status = 0;
+    for (const char* check : {"results-setup", "random"}) {
+        const auto result =
+            validatedAsJson(VEK_CONTROLS "/exceptions.so", std::string("--only ") + check, status);
+        EXPECT_EQ(status, 1);
+        ASSERT_EQ(result["checks"].size(), 1u);
+        ASSERT_FALSE(result["checks"][0]["findings"].empty());
+        const std::string finding = result["checks"][0]["findings"][0];
+        EXPECT_NE(finding.find("PrintInLog"), std::string::npos) << finding;
+        EXPECT_NE(finding.find(" let an exception out: \"x\""), std::string::npos) << finding;
+    }
 }
 
 // A control that starts a program and waits for it, and leaves the program's id in a file.

@@ -68,6 +68,58 @@ TEST(Validate, RejectsALibraryOfTheOtherWordSize) {
         << said;
 }
 
+TEST(Validate, RejectsWhatCannotBeLoaded) {
+    const TempFolder folder;
+    const auto expectRejected = [&](std::size_t at, char byte, const char* sentence) {
+        std::string bytes = readFile(VEK_LIBRARY);
+        bytes[at] = byte;
+        writeFile(folder / "other.so", bytes);
+        int status = 0;
+        const std::string said = validated(folder / "other.so", "", status);
+        EXPECT_EQ(status, 2);
+        EXPECT_EQ(lastLine(said), "could not run: " + (folder / "other.so") + " " + sentence);
+    };
+    // The type and the processor in the head of the file.
+    expectRejected(16, 1, "is an object file: link it to a library first");
+    expectRejected(16, 2, "is a program, no library");
+    expectRejected(18, 8, "is built for another processor than this one");
+    int status = 0;
+    const std::string said = validated(VEK_VALIDATE, "", status);
+    EXPECT_EQ(status, 2);
+    EXPECT_EQ(lastLine(said), "could not run: " VEK_VALIDATE " is a program, no library");
+}
+
+TEST(Validate, SaysInJsonThatItCouldNotRun) {
+    int status = 0;
+    for (const char* words : {"", "--only nothing", "--seed -1"}) {
+        const auto result = validatedAsJson("/nowhere/lib.so", words, status);
+        EXPECT_EQ(status, 2);
+        ASSERT_TRUE(result.is_object()) << words;
+        EXPECT_EQ(result["verdict"], "could not run");
+        EXPECT_NE(result["reason"], "");
+    }
+}
+
+TEST(Validate, RejectsWordsThatItCouldOnlyPassOver) {
+    int status = 0;
+    for (const char* words :
+         {"--seed -1", "--seed 18446744073709551616", "--seed 1x", "--reproduce -1",
+          "--reproduce 7 --only nulls", "--reproduce 7 --except nulls", "--time-limit 0"}) {
+        const std::string said = validated(VEK_LIBRARY, words, status);
+        EXPECT_EQ(status, 2) << words;
+        EXPECT_EQ(lastLine(said).find("could not run: "), 0u) << said;
+    }
+}
+
+TEST(Validate, HasTheCallsOfASequenceInItsJson) {
+    int status = 0;
+    const auto result = validatedAsJson(VEK_LIBRARY, "--reproduce 7", status);
+    ASSERT_TRUE(result.is_object());
+    EXPECT_EQ(status, 0);
+    // Each call, and what it gave.
+    EXPECT_EQ(result["checks"][0]["calls"].size(), 500u);
+}
+
 TEST(Validate, LeavesTheTreeOfItsCallerAlone) {
     const Tree tree;
     writeFile(Tree::objectList(), "mine\n");
@@ -91,7 +143,7 @@ TEST(Validate, DoesNothingWhereItCanHaveNoPrivateView) {
     std::string said;
     if (runProgram(start + "true", said) != 0) GTEST_SKIP() << said;
     EXPECT_EQ(runProgram(start + VEK_VALIDATE " " VEK_LIBRARY " --only symbols", said), 2);
-    EXPECT_EQ(said.find("vek-validate: the checks need a private view of the file system"), 0u)
+    EXPECT_EQ(said.find("could not run: the checks need a private view of the file system"), 0u)
         << said;
 }
 

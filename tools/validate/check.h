@@ -10,8 +10,10 @@ struct Settings {
     std::string library;  // an absolute path
     std::string scratch;  // a folder of the run's own
     std::uint64_t seed = 1;
-    bool reproduces = false;  // the sequence of `seed` alone, every call told
-    int timeLimit = 60;       // seconds for each check
+    bool reproduces = false;     // the sequence of `seed` alone, every call told
+    bool json = false;           // the result is printed as JSON, and nothing beside it
+    int timeLimit = 60;          // seconds for each check
+    bool adoptsOrphans = false;  // whether processes that lose their parent become the validator's
 };
 
 // One way in which a library can be wrong. `run` is called in a process of its own, in the folder
@@ -45,5 +47,7 @@ CheckFunction checkFirstCall, checkTwice, checkOrder, checkSameBytes;
 CheckFunction checkMissingTree, checkReadOnlyTree, checkFullTree;
 // process_checks.cpp
 CheckFunction checkCommaLocale, checkSmallStack, checkOpenFiles, checkProcessState, checkSilence;
+// child_checks.cpp
+CheckFunction checkProcesses;
 // random_check.cpp
 CheckFunction checkRandom;

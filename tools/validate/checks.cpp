@@ -4,7 +4,8 @@ const std::vector<Check>& allChecks() {
     static const std::vector<Check> checks = {
         {"symbols", "shows the 49 functions, the 2 data symbols and nothing else", checkSymbols},
         {"near-names", "names that are near to an export's find nothing", checkNearNames},
-        {"load-files", "loading and unloading touch no file, no folder, not the working folder",
+        {"load-files",
+         "loading and unloading touch nothing in the tree, HOME, TMPDIR and the working folder",
          checkLoadFiles},
         {"load-locale", "loading and unloading leave the locale", checkLoadLocale},
         {"load-signals", "loading and unloading leave what signals do", checkLoadSignals},
@@ -45,6 +46,7 @@ const std::vector<Check>& allChecks() {
         {"open-files", "no call leaves a file open", checkOpenFiles},
         {"process-state", "calls leave locale, signals, environment and working folder",
          checkProcessState},
+        {"processes", "loading, unloading and calls leave no process behind", checkProcesses},
         {"silence", "no call prints anything", checkSilence},
         {"random", "random sequences of all exports give possible results", checkRandom},
     };

@@ -1,3 +1,5 @@
+#include <stdlib.h>
+
 #include "tools/validate/folder_watch.h"
 #include "tools/validate/process_state.h"
 #include "tools/validate/session.h"
@@ -33,8 +35,14 @@ bool areDataZero(const Library& library) {
 void checkLoadFiles(const Settings& settings, Report& report) {
     tree::make();
     const auto before = tree::snapshot(tree::kRoot);
+    // Of this check's own, so that only the library is seen there.
+    const std::string home = settings.scratch + "/here/home", temporary = home + "/tmp";
+    tree::makeFolder(temporary);
+    setenv("HOME", home.c_str(), 1);
+    setenv("TMPDIR", temporary.c_str(), 1);
     const auto beforeHere = tree::snapshot(".");
-    FolderWatch watch({tree::kRoot, tree::hub(""), tree::app("Alpha", ""), tree::project(""), "."});
+    FolderWatch watch({tree::kRoot, tree::hub(""), tree::app("Alpha", ""), tree::project(""), ".",
+                       home, temporary});
     expectTheSame(settings, report, folderState);
     for (const std::string& event : watch.events()) report.finds("loading looks at " + event);
     if (tree::snapshot(tree::kRoot) != before)

@@ -4,10 +4,12 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 
+#include "tools/validate/descendants.h"
 #include "tools/validate/library.h"
 #include "tools/validate/shown_symbols.h"
 #include "tools/validate/stand_ins.h"
@@ -21,9 +23,25 @@ namespace {
 
 constexpr int kCouldNotRun = 2;
 
-int refuse(const std::string& sentence) {
-    std::fprintf(stderr, "vek-validate: %s\n", sentence.c_str());
+int refuse(const std::string& sentence, bool json) {
+    printRefusal(sentence, json);
     return kCouldNotRun;
+}
+
+std::string sentenceOf(const fs::filesystem_error& error) {
+    return error.path1().string() + " cannot be reached: " + error.code().message();
+}
+
+// What a number without sign that 64 bits hold is not; empty for one.
+std::string whyNoSeed(const std::string& text) {
+    std::uint64_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    const bool isPlain = text == "0" || text[0] != '0';
+    if (read.ec == std::errc() && read.ptr == end && isPlain) return "";
+    return text +
+           " is no number of a sequence: it takes a whole number from 0 to "
+           "18446744073709551615";
 }
 
 // The folder for scratch, which goes with this object.
@@ -76,8 +94,11 @@ std::vector<Outcome> runAll(const Settings& settings, const Selection& selection
 }
 
 // Why the library cannot be checked; empty where it can.
-std::string obstacle(const std::string& library) {
-    if (library.compare(0, 7, "/Users/") == 0) {
+std::string obstacle(const std::string& library, View view) {
+    const std::string tree = std::string(tree::kRoot) + "/";
+    if (library.compare(0, tree.size(), tree) == 0)
+        return "the checks clear the tree: copy the library out of " + tree;
+    if (view == View::Private && library.compare(0, 7, "/Users/") == 0) {
         return "the private view has another /Users: copy the library out of " +
                fs::path(library).parent_path().string();
     }
@@ -88,21 +109,23 @@ std::string obstacle(const std::string& library) {
         return library + " is built for " + std::to_string(bits) +
                " bits: it takes the vek-validate of a build for " + std::to_string(bits) + " bits";
     }
-    return "";
+    const std::string why = whyNotLoadable(library);
+    return why.empty() ? "" : library + " " + why;
 }
 
-int validate(Settings& settings, const Selection& selection, bool json, char** arguments) {
+int validate(Settings& settings, const Selection& selection, char** arguments) {
     settings.library = fs::absolute(settings.library).lexically_normal().string();
     std::string why;
     const View view = enterView(arguments, why);
-    if (view == View::None) return refuse(why);
-    why = obstacle(settings.library);
-    if (!why.empty()) return refuse(why);
+    if (view == View::None) return refuse(why, settings.json);
+    why = obstacle(settings.library, view);
+    if (!why.empty()) return refuse(why, settings.json);
+    settings.adoptsOrphans = adoptOrphans();
     const Scratch scratch(view);
     settings.scratch = scratch.path();
-    const std::vector<Outcome> outcomes = runAll(settings, selection, !json);
+    const std::vector<Outcome> outcomes = runAll(settings, selection, !settings.json);
     tree::remove();
-    if (json) {
+    if (settings.json) {
         printJson(settings, outcomes);
     } else {
         printVerdict(settings, outcomes);
@@ -119,44 +142,56 @@ int main(int argc, char** argv) {
     app.footer("Exit status: 0 passed; 1 failed; 2 it could not run.");
     Settings settings;
     Selection selection;
-    bool list = false, json = false;
+    bool list = false;
     const CLI::Validator known(
         [](std::string& name) {
             return isCheck(name) ? "" : "there is no check " + name + "; --list has them";
         },
         "");
+    const CLI::Validator sequenceNumber([](std::string& text) { return whyNoSeed(text); }, "");
     app.add_option("library", settings.library, "The library");
     app.add_flag("--list", list, "List the checks");
-    app.add_flag("--json", json, "Print JSON");
-    app.add_option("--only", selection.only, "Make these checks alone")->check(known);
-    app.add_option("--except", selection.except, "Leave these checks out")->check(known);
+    app.add_flag("--json", settings.json, "Print JSON");
+    CLI::Option* const only =
+        app.add_option("--only", selection.only, "Make these checks alone")->check(known);
+    CLI::Option* const except =
+        app.add_option("--except", selection.except, "Leave these checks out")->check(known);
     CLI::Option* const seed =
-        app.add_option("--seed", settings.seed, "Where the random sequences begin");
+        app.add_option("--seed", settings.seed, "Where the random sequences begin")
+            ->check(sequenceNumber);
     std::uint64_t sequence = 0;
     CLI::Option* const reproduce =
         app.add_option("--reproduce", sequence,
                        "Run the random sequence of this seed alone and print its calls")
-            ->excludes(seed);
+            ->check(sequenceNumber)
+            ->excludes(seed)
+            ->excludes(only)
+            ->excludes(except);
     app.add_option("--time-limit", settings.timeLimit, "Seconds that a check may take")
         ->check(CLI::Range(1, 86400))
         ->capture_default_str();
     try {
         app.parse(argc, argv);
         if (list) {
-            printList(json);
+            printList(settings.json);
             return 0;
         }
         if (settings.library.empty())
-            return refuse("it takes a library to check; --help says more");
+            return refuse("it takes a library to check; --help says more", settings.json);
         if (*reproduce) {
             settings.reproduces = true;
             settings.seed = sequence;
             selection.only = {"random"};
         }
-        return validate(settings, selection, json, argv);
+        return validate(settings, selection, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : kCouldNotRun;
+        if (error.get_exit_code() == 0) return app.exit(error);
+        // It may stand behind the word at which the reading stopped.
+        return refuse(error.what(),
+                      std::find(argv, argv + argc, std::string("--json")) != argv + argc);
+    } catch (const fs::filesystem_error& error) {
+        return refuse(sentenceOf(error), settings.json);
     } catch (const std::exception& error) {
-        return refuse(error.what());
+        return refuse(error.what(), settings.json);
     }
 }

@@ -11,6 +11,11 @@ void expectAdding(Session& session) {
     session.expectFile(kList, "A\nB\n");
     session.expect(0.0f, "AddVekObjectToList", "C");
     session.expectFile(kList, "A\nB\nC\n");
+    // Blanks are taken off by who reads the list.
+    tree::write(kList, "");
+    session.expect(1.0f, "AddVekObject", " A \t ");
+    session.expect(0.0f, "AddVekObjectToList", "\tB ");
+    session.expectFile(kList, " A \t \n\tB \n");
     session.expect(1.0f, "ClearVekObjectList");
     session.expectFile(kList, "");
     remove(kList.c_str());

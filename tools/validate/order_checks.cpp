@@ -6,7 +6,8 @@ void checkFirstCall(const Settings& settings, Report& report) {
     forEachExport([&](const StatedCall& call) {
         tree::make();
         Session session(settings, report);
-        session.expect(call.first, call, Arguments(call), "as the first call of all");
+        if (session.has(call))
+            session.expect(call.first, call, Arguments(call), "as the first call of all");
     });
 }
 

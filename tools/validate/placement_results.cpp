@@ -36,6 +36,10 @@ void checkPlacementResults(const Settings& settings, Report& report) {
     expectPlaced(session, 0.0f, "tool:LAST", 1.0, "Tool:Import", "Import Last Export");
     expectPlaced(session, 0.0f, "Tool:Last", 0.85, "Tool:Import", "Import Last Export");
     expectPlaced(session, 0.0f, "Tool:Last", 0.75, "Tool:Import", "Last Import Export");
+    for (const double behind : {-1.0, -0.85}) {
+        expectPlaced(session, 0.0f, "Tool:Last", behind, "Tool:Export", "Last Import Export");
+    }
+    expectPlaced(session, 0.0f, "Tool:Last", -0.75, "Tool:Export", "Import Last Export");
     expectPlaced(session, 0.0f, "Tool:Export", 1.0, "Tool:Import", same);
     expectPlaced(session, -1.0f, "Tool:Nothing", 1.0, "Tool:Import", same);
     expectPlaced(session, -1.0f, "Tool:Last", 1.0, "Tool:Nothing", same);

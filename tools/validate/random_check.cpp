@@ -83,8 +83,8 @@ void runSequence(const Settings& settings, Report& report, std::uint64_t seed) {
         if (settings.reproduces) report.traces(line);
         line.insert(0, "call ");
         line += which;
-        report.calls(line);
-        const float result = arguments.passTo(session.library().find(call.name));
+        const float result = session.pass(call.name, arguments, line);
+        if (session.isThrown()) continue;
         if (settings.reproduces) report.traces("  gave " + asText(result));
         if (!isPossible(call.results, result)) report.finds(line + " gave " + asText(result));
     }

@@ -8,6 +8,10 @@ void Report::finds(const std::string& what) {
     if (m_findings++ < kMost) write(Finding, what);
 }
 
+void Report::cannotTry(const std::string& why) {
+    if (m_reasons.insert(why).second) write(NotTried, why);
+}
+
 void Report::write(Kind kind, const std::string& text) {
     // Short enough that the pipe takes the line as one.
     constexpr std::size_t kLongest = 500;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 
 // What a check has to say to the process that started it: lines through a pipe, so that they
@@ -16,8 +17,8 @@ public:
     void calls(const std::string& what) { write(Call, what); }
     // Something is not as it is stated: the check fails.
     void finds(const std::string& what);
-    // The check cannot be made on this machine.
-    void cannotTry(const std::string& why) { write(NotTried, why); }
+    // The check cannot be made on this machine, or with this library. The same is said once.
+    void cannotTry(const std::string& why);
     void traces(const std::string& what) { write(Trace, what); }
     void isDone() { write(Done, ""); }
 
@@ -26,4 +27,5 @@ private:
 
     int m_pipe;
     int m_findings = 0;
+    std::set<std::string> m_reasons;
 };

@@ -12,7 +12,9 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "tools/validate/descendants.h"
 #include "tools/validate/rights.h"
+#include "tools/validate/session.h"
 #include "tools/validate/stand_ins.h"
 #include "tools/validate/tree.h"
 
@@ -65,6 +67,8 @@ const int kEndings[] = {SIGINT, SIGTERM, SIGHUP};
     try {
         prepareChild(settings);
         check.run(settings, report);
+    } catch (const MissingExport& missing) {
+        report.cannotTry(missing.sentence());
     } catch (const std::exception& error) {
         report.finds(error.what());
     }
@@ -176,12 +180,13 @@ private:
                 fail(text);
                 break;
             case Report::NotTried:
-                m_outcome.state = Outcome::State::NotTried;
+                // What was found before counts more.
+                if (m_outcome.state == Outcome::State::Passed)
+                    m_outcome.state = Outcome::State::NotTried;
                 m_outcome.findings.push_back(text);
                 break;
             case Report::Trace:
-                std::printf("%s\n", text.c_str());
-                std::fflush(stdout);
+                trace(text);
                 break;
             case Report::Done:
                 m_isDone = true;
@@ -191,11 +196,22 @@ private:
         }
     }
 
+    void trace(const std::string& text) {
+        if (m_settings.json) {
+            m_outcome.calls.push_back(text);
+            return;
+        }
+        std::printf("%s\n", text.c_str());
+        std::fflush(stdout);
+    }
+
     int end() {
         kill(-m_process, SIGKILL);
         int status = 0;
         waitpid(m_process, &status, 0);
         s_group = 0;
+        // Also what left the group.
+        if (m_settings.adoptsOrphans) endChildrenBut(m_before);
         return status;
     }
 
@@ -220,6 +236,8 @@ private:
     }
 
     const Settings& m_settings;
+    // Of whoever became the validator.
+    const std::vector<ChildProcess> m_before = childrenOf(getpid());
     const Clock::time_point m_begin = Clock::now();
     const Clock::time_point m_deadline = m_begin + std::chrono::seconds(m_settings.timeLimit);
     Outcome m_outcome;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <exception>
 
 void Session::prepare() {
     call("InitializeVek", "/Applications");
@@ -10,19 +11,34 @@ void Session::prepare() {
     call("ReadVekObjectList");
 }
 
-bool Session::has(const StatedCall& call) const {
-    return m_library.find(call.name) != nullptr;
+bool Session::has(const StatedCall& call) {
+    if (m_library.find(call.name)) return true;
+    m_report.cannotTry(MissingExport{call.name}.sentence());
+    return false;
 }
 
 float Session::call(const StatedCall& call, const Arguments& arguments) {
-    const VekExport function = m_library.find(call.name);
-    if (!function) return std::nanf("");
     m_last = call.name;
     const ExportEntry& entry = entryOf(call);
     if (!entry.text.empty()) m_last += " " + (arguments.text ? quoted(arguments.text) : "null");
     if (!entry.value.empty()) m_last += " " + asText(arguments.value);
-    m_report.calls(m_last);
-    return arguments.passTo(function);
+    return pass(call.name, arguments, m_last);
+}
+
+float Session::pass(const char* name, const Arguments& arguments, const std::string& told) {
+    const VekExport function = m_library.find(name);
+    if (!function) throw MissingExport{name};
+    m_report.calls(told);
+    m_isThrown = false;
+    try {
+        return arguments.passTo(function);
+    } catch (const std::exception& error) {
+        m_report.finds(told + " let an exception out: " + quoted(error.what()));
+    } catch (...) {
+        m_report.finds(told + " let an exception out");
+    }
+    m_isThrown = true;
+    return std::nanf("");
 }
 
 float Session::call(const char* name, const std::string& text, double value, char* block1,
@@ -40,19 +56,17 @@ float Session::call(const char* name, const std::string& text, double value, cha
 
 void Session::expect(float stated, const StatedCall& call, const Arguments& arguments,
                      const std::string& when) {
-    if (!has(call)) return;
     const float result = this->call(call, arguments);
     // NaN is never equal, and never stated.
-    if (result == stated) return;
+    if (m_isThrown || result == stated) return;
     m_report.finds(m_last + " gave " + asText(result) + "; stated is " + asText(stated) +
                    (when.empty() ? "" : " " + when));
 }
 
 void Session::expect(float stated, const char* name, const std::string& text, double value,
                      char* block1, char* block2, char** host) {
-    if (!has(statedCall(name))) return;
     const float result = call(name, text, value, block1, block2, host);
-    if (result == stated) return;
+    if (m_isThrown || result == stated) return;
     m_report.finds(m_last + " gave " + asText(result) + "; stated is " + asText(stated));
 }
 

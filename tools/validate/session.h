@@ -7,8 +7,13 @@
 #include "tools/validate/library.h"
 #include "tools/validate/tree.h"
 
-// One load of the library, and what is stated about its calls. An export that the library does not
-// show is not called: that it is missing is said by the check of its symbols.
+// Thrown where a check needs an export that the library does not have: the check is not tried then.
+struct MissingExport {
+    std::string name;
+    std::string sentence() const { return name + " is not there"; }
+};
+
+// One load of the library, and what is stated about its calls.
 class Session {
 public:
     Session(const Settings& settings, Report& report)
@@ -17,9 +22,11 @@ public:
     // The calls that a script begins with: the applications, their switches, the object list.
     void prepare();
 
-    bool has(const StatedCall& call) const;
-    // The result of a call; NaN where the library does not have it.
+    // Whether the library has it; where it does not, the report learns that too.
+    bool has(const StatedCall& call);
+    // The result of a call. Throws MissingExport.
     float call(const StatedCall& call, const Arguments& arguments);
+    // NaN where an exception came out of it, which is found then.
     float call(const char* name, const std::string& text = "", double value = 0.0,
                char* block1 = nullptr, char* block2 = nullptr, char** host = nullptr);
 
@@ -37,13 +44,18 @@ public:
         if (!holds) m_report.finds(otherwise);
     }
 
+    bool isThrown() const { return m_isThrown; }  // of the last call
     const Library& library() const { return m_library; }
     Report& report() { return m_report; }
+
+    // Calls what the library has under this name. `told` goes into the message.
+    float pass(const char* name, const Arguments& arguments, const std::string& told);
 
 private:
     Library m_library;
     Report& m_report;
-    std::string m_last;  // the last call, for messages
+    std::string m_last;       // the last call, for messages
+    bool m_isThrown = false;  // whether an exception came out of it
 };
 
 // The exports that can be called from here: not the one that would ask a person.
@@ -66,8 +78,9 @@ void forEachPrepared(const Settings& settings, Report& report, MakeTree makeTree
         if (!takes(call)) return;
         makeTree();
         Session session(settings, report);
+        if (!session.has(call)) return;
         session.prepare();
-        if (session.has(call)) visit(session, call);
+        visit(session, call);
     });
 }
 template <class MakeTree, class Visit>

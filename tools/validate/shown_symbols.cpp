@@ -9,6 +9,7 @@
 #include <elf.h>
 #endif
 
+#include "tools/validate/mach_o.h"
 #include "tools/validate/tree.h"
 
 #ifdef __APPLE__
@@ -26,9 +27,16 @@ bool shownSymbols(const std::string& path, std::set<std::string>& names, std::st
 }
 
 int bitsOf(const std::string& path) {
-    const std::string file = tree::read(path);
-    if (file.compare(0, 4, "\xCF\xFA\xED\xFE") == 0) return 64;
-    return file.compare(0, 4, "\xCE\xFA\xED\xFE") == 0 ? 32 : 0;
+    const MachOSizes sizes = machOSizes(tree::read(path));
+    const bool hasOwn = sizeof(void*) == 8 ? sizes.has64 : sizes.has32;
+    if (hasOwn) return sizeof(void*) * 8;
+    if (sizes.has64) return 64;
+    return sizes.has32 ? 32 : 0;
+}
+
+std::string whyNotLoadable(const std::string&) {
+    // The system's loader says it well.
+    return "";
 }
 
 #else
@@ -78,6 +86,47 @@ int bitsOf(const std::string& path) {
     const std::string file = tree::read(path);
     if (file.size() <= EI_CLASS || file.compare(0, SELFMAG, ELFMAG) != 0) return 0;
     return file[EI_CLASS] == ELFCLASS64 ? 64 : 32;
+}
+
+namespace {
+
+#if UINTPTR_MAX > 0xFFFFFFFF
+using Header = Elf64_Ehdr;
+using Section = Elf64_Shdr;
+using Entry = Elf64_Dyn;
+#else
+using Header = Elf32_Ehdr;
+using Section = Elf32_Shdr;
+using Entry = Elf32_Dyn;
+#endif
+
+// A program that can lie anywhere has the type of a library, and says in its flags what it is.
+bool isProgram(const std::string& file, const Header& header) {
+    for (std::uint64_t i = 0; i < header.e_shnum; ++i) {
+        Section section;
+        if (!recordAt(file, header.e_shoff + i * sizeof section, section)) return false;
+        if (section.sh_type != SHT_DYNAMIC) continue;
+        Entry entry;
+        for (std::uint64_t at = 0;
+             at < section.sh_size && recordAt(file, section.sh_offset + at, entry);
+             at += sizeof entry) {
+            if (entry.d_tag == DT_FLAGS_1 && (entry.d_un.d_val & DF_1_PIE)) return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+std::string whyNotLoadable(const std::string& path) {
+    const std::string file = tree::read(path);
+    Header header, own;
+    if (!recordAt(file, 0, header)) return "is no library";
+    if (recordAt(tree::read("/proc/self/exe"), 0, own) && header.e_machine != own.e_machine)
+        return "is built for another processor than this one";
+    if (header.e_type == ET_REL) return "is an object file: link it to a library first";
+    if (header.e_type == ET_EXEC || isProgram(file, header)) return "is a program, no library";
+    return header.e_type == ET_DYN ? "" : "is no library";
 }
 
 #endif

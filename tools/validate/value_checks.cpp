@@ -3,7 +3,7 @@
 #include <cstring>
 #include <limits>
 
-#include "tools/validate/session.h"
+#include "tools/validate/value_checks.h"
 
 namespace {
 
@@ -69,6 +69,11 @@ void checkNumbers(const Settings& settings, Report& report) {
     });
     expectOddNumbersInFiles(session);
     expectOddNumbersWritten(session);
+    forEachExport([&](const StatedCall& call) {
+        const std::string_view use = entryOf(call).value;
+        const bool takesIndex = use.find("index") != use.npos;
+        if (takesIndex && session.has(call)) expectCutIndexes(settings, report, call);
+    });
 }
 
 namespace {

@@ -85,12 +85,19 @@ void printJson(const Settings& settings, const std::vector<Outcome>& outcomes) {
                           {"findings", outcome.findings},
                           {"signal", outcome.signal.empty() ? json() : json(outcome.signal)},
                           {"seconds", outcome.seconds}});
+        if (settings.reproduces) checks.back()["calls"] = outcome.calls;
     }
     const json all = {{"library", settings.library}, {"bits", kBits},
                       {"seed", settings.seed},       {"checks", checks},
                       {"failed", failed(outcomes)},  {"notTried", notTried(outcomes)},
                       {"verdict", verdict(outcomes)}};
     std::printf("%s\n", dumped(all).c_str());
+}
+
+void printRefusal(const std::string& sentence, bool asJson) {
+    const std::string verdict = "could not run";
+    const json all = {{"verdict", verdict}, {"reason", sentence}};
+    std::printf("%s\n", asJson ? dumped(all).c_str() : (verdict + ": " + sentence).c_str());
 }
 
 void printList(bool asJson) {

@@ -16,3 +16,5 @@ void printVerdict(const Settings& settings, const std::vector<Outcome>& outcomes
 // For programs.
 void printJson(const Settings& settings, const std::vector<Outcome>& outcomes);
 void printList(bool json);
+// Why nothing could be done, for people or for programs.
+void printRefusal(const std::string& sentence, bool json);
