@@ -130,6 +130,13 @@ std::vector<Plant> plantsOfCommands() {
         descriptorOf("BlankArgument",
                      "NAME c\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND \"edit.sh -v\"\n",
                      "blank-in-command:4"),
+        descriptorOf("OutsideTheQuotes",
+                     "NAME o\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND \"edit.sh\" -v\n",
+                     "unpaired-quote:4"),
+        descriptorOf(
+            "TwoPairs",
+            "NAME p\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND \"edit.sh\" \"-v\"\n",
+            "blank-in-command:4"),
         editOf("Plain", "edit", "#!/bin/sh\n", 0644, "command-not-runnable"),
         editOf("Hidden", "edit-hidden.sh", "#!/bin/sh\n", 0700, "command-not-runnable"),
         {"a command that is a folder", kNothing,

@@ -68,6 +68,10 @@ bool isSwitch(const std::vector<std::string>& names) {
                        });
 }
 
+bool isOdd(const std::string& text) {
+    return std::count(text.begin(), text.end(), '"') % 2 != 0;
+}
+
 DescriptorLine readLine(const TextLine& line) {
     DescriptorLine read;
     read.number = line.number;
@@ -134,6 +138,10 @@ const std::vector<DescriptorKey>& descriptorKeys() {
     return keys;
 }
 
+bool DescriptorLine::hasUnpairedQuote() const {
+    return isOdd(rawValue) || isOdd(value);
+}
+
 std::string Descriptor::text(const std::string& key) const {
     const auto value = values.find(key);
     return value == values.end() ? "" : value->second.text;
@@ -166,7 +174,8 @@ Descriptor readDescriptor(const std::string& text) {
         const DescriptorLine line = readLine(textLine);
         descriptor.lines.push_back(line);
         if (!line.key || !line.hasValue) continue;
-        descriptor.values[line.key->name] = {line.value, line.rawValue, line.number};
+        descriptor.values[line.key->name] = {line.value, line.rawValue, line.number,
+                                             line.hasUnpairedQuote()};
         if (line.key->kind != Kind::Switch) continue;
         const bool isOn = Parser::paramToBool(line.rawValue.c_str());
         descriptor.switches =

@@ -1,8 +1,8 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cctype>
 #include <cstdlib>
+#include <cstring>
 #include <sstream>
 
 #include "foundation/bx_string.h"
@@ -75,11 +75,11 @@ public:
 
     void check(const std::string& key) {
         const std::string command = m_descriptor.text(key);
-        const std::string& raw = command.empty() ? command : m_descriptor.values.at(key).raw;
-        const bool isPaired = std::count(raw.begin(), raw.end(), '"') % 2 == 0;
-        if (command.empty() || !isPaired) return;  // found already
+        if (command.empty() || m_descriptor.values.at(key).hasUnpairedQuote)
+            return;  // found already
         m_key = key;
-        const std::string name = command.substr(0, command.find('"'));
+        const std::size_t quote = command.find('"');
+        const std::string name = command.substr(0, quote);
         const std::string file = m_folder + "/" + name;
         const Kind kind = lookAt(file).kind;
         if (kind == Kind::Missing || name.empty()) {
@@ -98,22 +98,32 @@ public:
             checkProgram(file);
             checkSigns(file, name);
         }
+        const bool hasBlank = quote + 1 < command.size() && std::strchr(" \t", command[quote + 1]);
+        if (quote != command.npos && hasBlank && kind == Kind::File) {
+            findBlank(fmt::format("The blank behind the name in \"{}\" hands over an empty "
+                                  "argument in front of the others.",
+                                  command),
+                      name);
+        }
     }
 
 private:
+    void findBlank(const std::string& what, const std::string& file) {
+        m_findings.add("blank-in-command", m_path, m_descriptor.lineOf(m_key), what,
+                       fmt::format("Write {} \"{}\"argument\"\", with no blank in front of the "
+                                   "argument's quote.",
+                                   m_key, file));
+    }
+
     void findMissing(const std::string& name, const std::string& command) {
         const std::string trimmed = withoutBlanksBehind(name);
         const std::string firstWord = name.substr(0, name.find(' '));
         const int line = m_descriptor.lineOf(m_key);
         for (const std::string& file : {trimmed, firstWord}) {
             if (file.empty() || file == name || !isThere(m_folder + "/" + file)) continue;
-            m_findings.add(
-                "blank-in-command", m_path, line,
+            return findBlank(
                 fmt::format("The blank in \"{}\" counts as a part of the file's name.", command),
-                fmt::format("Write {} \"{}\"argument\"\", with no blank in front of the "
-                            "argument's quote.",
-                            m_key, file));
-            return;
+                file);
         }
         const std::vector<std::string> near = nearWords(name, namesIn(m_folder));
         m_findings.add("command-file-missing", m_path, line,
