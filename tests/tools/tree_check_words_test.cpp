@@ -26,6 +26,8 @@ TEST(TreeCheck, NamesTheKeyThatIsMeant) {
              {"exprot_flip_x TRUE", "Write EXPORT_FLIP_X."},
              {"EXPORT FLIP X TRUE", "Write EXPORT_FLIP_X."},
              {"EXPORT-SWITCH-YZ", "Write EXPORT_SWITCH_YZ."},
+             {"IMPORT_FLIP YES", "Write IMPORT_FLIP_X, IMPORT_FLIP_Y or IMPORT_FLIP_Z."},
+             {"EXPORT-FLIP X_AXIS 1", "Write EXPORT_FLIP_X, EXPORT_FLIP_Y or EXPORT_FLIP_Z."},
              {"TEMPLATE x", "Write TAMPLATE."},
              {"VERSION 1", "Write VEK_VERSION."},
              {"EXPORT_FLIP_A 1", "Write EXPORT_FLIP_X, EXPORT_FLIP_Y or EXPORT_FLIP_Z."}}) {

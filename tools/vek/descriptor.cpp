@@ -43,15 +43,25 @@ bool isComment(const std::string& line) {
     return std::ispunct(first) && first != '"' && first != '_';
 }
 
-// A key whose underscores were written as blanks or hyphens.
+// A key whose underscores were written as blanks or hyphens. What follows it begins another word.
 const DescriptorKey* keyWithOtherJoints(const std::string& line) {
     std::string joined;
+    std::string words;  // the same with the joints as blanks
     for (const char c : line) {
-        const bool isJoint = c == ' ' || c == '\t' || c == '-';
-        if (!isJoint) joined += c;
-        if (isJoint && !joined.empty() && joined.back() != '_') joined += '_';
+        if (c != ' ' && c != '\t' && c != '-') {
+            joined += c;
+            words += c;
+        } else if (!joined.empty() && joined.back() == '_') {
+            words.back() = ' ';
+        } else if (!joined.empty()) {
+            joined += '_';
+            words += ' ';
+        }
     }
-    return keyOf(joined);
+    const DescriptorKey* const key = keyOf(joined);
+    const bool endsInAWord =
+        key && key->name.size() < words.size() && isWordLetter(words[key->name.size()]);
+    return endsInAWord ? nullptr : key;
 }
 
 std::vector<std::string> keysMeantBy(const std::string& line, const std::string& word) {
