@@ -148,3 +148,29 @@ TEST(TreeCheck, NamesTheClosedFolderOnTheWayToTheProject) {
                                           "/inner/mine\": " + closed + " is closed.");
     EXPECT_NE(only(checkTree()).advice.find("chmod a+rx " + closed), std::string::npos);
 }
+
+TEST(TreeCheck, NeverSaysToOpenAFolderOfTheSystem) {
+    const TreeToCheck tree;
+    for (const char* folder : {"/", "/proc", "/usr/bin", "/etc/"}) {
+        writeFile(Tree::hub("Vek_ProjectPath.txt"), folder);
+        EXPECT_STREQ(only(checkTree()).kind->code, "project-folder-closed") << folder;
+        EXPECT_EQ(only(checkTree()).advice, "Choose another project folder in the host.") << folder;
+    }
+    const TempFolder outside;
+    makeFolders(outside / "closed/mine");
+    ASSERT_EQ(chmod((outside / "closed").c_str(), 0), 0);
+    writeFile(Tree::hub("Vek_ProjectPath.txt"), outside / "closed/mine");
+    EXPECT_EQ(only(checkTree()).advice, "Choose another project folder in the host.");
+    writeFile(Tree::hub("Vek_ProjectPath.txt"), "");
+    writeFile(Tree::objectList(), (outside / "closed/mine") + "/a");
+    EXPECT_EQ(only(checkTree()).advice, "Export the objects to another folder.");
+    ASSERT_EQ(chmod((outside / "closed").c_str(), 0755), 0);
+}
+
+TEST(TreeCheck, SaysThatAProjectFolderIsAFile) {
+    const TreeToCheck tree;
+    writeFile(Tree::hub("Vek_ProjectPath.txt"), Tree::objectList());
+    EXPECT_STREQ(only(checkTree()).kind->code, "project-folder-missing");
+    EXPECT_EQ(only(checkTree()).what, "\"" + Tree::objectList() + "\" is a file, and no folder.");
+    EXPECT_EQ(only(checkTree()).advice, "Choose a project folder in the host.");
+}
