@@ -167,6 +167,27 @@ TEST(TreeCheck, NeverSaysToOpenAFolderOfTheSystem) {
     ASSERT_EQ(chmod((outside / "closed").c_str(), 0755), 0);
 }
 
+TEST(TreeCheck, TellsALinkToAClosedPlaceFromABrokenOne) {
+    const TempFolder outside;
+    makeFolders(outside / "closed");
+    for (const char* linked : {"VekProjects/Default", "VekHub/Vek_ProjectPath.txt",
+                               "VekApps/App/edit.sh", "VekApps/App/Helper.app"}) {
+        const TreeToCheck tree;
+        addGoodApp("App");
+        const std::string link = Tree::root() + "/" + linked;
+        fs::remove_all(link);
+        fs::create_symlink(outside / "closed/place", link);
+        ASSERT_EQ(chmod((outside / "closed").c_str(), 0), 0);
+        EXPECT_EQ(only(checkTree()).what, "It is a link to a place that this user cannot reach.")
+            << linked;
+        EXPECT_EQ(only(checkTree()).path, link);
+        EXPECT_EQ(only(checkTree()).advice.find("chmod"), std::string::npos) << linked;
+        ASSERT_EQ(chmod((outside / "closed").c_str(), 0755), 0);
+        EXPECT_STREQ(only(checkTree()).kind->code, "broken-link") << linked;
+        fs::remove(link);
+    }
+}
+
 TEST(TreeCheck, SaysThatAProjectFolderIsAFile) {
     const TreeToCheck tree;
     writeFile(Tree::hub("Vek_ProjectPath.txt"), Tree::objectList());

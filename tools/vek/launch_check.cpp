@@ -8,6 +8,7 @@
 #include "foundation/bx_string.h"
 #include "os/bx_file.h"
 #include "tools/vek/near_words.h"
+#include "tools/vek/real_way.h"
 #include "tools/vek/shared_tree.h"
 #include "tools/vek/shell_signs.h"
 #include "tools/vek/tree_checks.h"
@@ -139,8 +140,12 @@ private:
     }
 
     void findHidden(const std::string& file) {
-        if (!checkOpen(m_findings, closedFolderOf(file))) return;
-        findNotRunnable(file, "It is a link to a place that this user cannot reach.",
+        const std::string closed = closedFolderOf(file);
+        if (!isLink(file) && mayBeOpened(closed) && !checkOpen(m_findings, closed)) return;
+        findNotRunnable(file,
+                        isLink(file)
+                            ? kHiddenLink
+                            : fmt::format("This user cannot reach it: {} is closed.", closed),
                         "Put a file into its place that every user can run.");
     }
 

@@ -7,6 +7,7 @@
 
 #include "os/bx_file.h"
 #include "os/bx_folder.h"
+#include "tools/vek/real_way.h"
 #include "tools/vek/shared_tree.h"
 
 namespace {
@@ -66,7 +67,9 @@ TreeLook lookAt(const std::string& path) {
         return {kindOf(status.st_mode), status.st_mode & kModeBits};
     }
     const int error = errno;
-    if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) return {Kind::BrokenLink};
+    if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode) && error != EACCES) {
+        return {Kind::BrokenLink};
+    }
     return {error == EACCES ? Kind::Hidden : Kind::Missing};
 }
 
@@ -86,11 +89,8 @@ std::string whatIsNoFolder(const std::string& folder) {
 }
 
 std::string closedFolderOf(const std::string& path) {
-    std::string folder = path;
-    do {
-        folder.erase(folder.rfind('/'));
-    } while (folder.rfind('/') > 0 && lookAt(folder).kind == Kind::Hidden);
-    return folder;
+    const std::vector<std::string> folders = foldersOnTheWayTo(path);
+    return folders.empty() ? "/" : folders.back();
 }
 
 std::string shellWord(const std::string& path) {
@@ -138,6 +138,11 @@ bool checkFolder(Findings& findings, const std::string& path) {
                      "Move it away and run vek init.");
         return false;
     }
+    if (look.kind == Kind::Hidden && isLink(path)) {
+        findings.add("folder-unreadable", path, 0, kHiddenLink,
+                     "Put a folder into its place, or link one that every user can reach.");
+        return false;
+    }
     if (look.kind == Kind::Hidden || !canLookInto(path)) {
         findings.add(
             "folder-unreadable", path, 0, "This user cannot look into this folder.",
@@ -170,6 +175,11 @@ bool readText(Findings& findings, const std::string& path, mode_t wanted, std::i
     if (look.kind == Kind::Folder || look.kind == Kind::Other) {
         findings.add("not-a-file", path, 0, "This should be a text file, and is none.",
                      "Move it away and run vek init.");
+        return false;
+    }
+    if (look.kind == Kind::Hidden && isLink(path)) {
+        findings.add("file-unreadable", path, 0, kHiddenLink,
+                     "Put a file into its place, or link one that every user can reach.");
         return false;
     }
     const BXFile file(path.c_str(), BXFile::Access::Read);
