@@ -136,11 +136,12 @@ std::string adviceForClosed(const std::string& folder, const char* change) {
 
 void checkProjectFolder(Findings& findings, const std::string& folder, const char* file) {
     const TreeLook look = lookAt(folder);
-    if (look.kind == Kind::Hidden) {
-        const std::string closed = closedFolderOf(folder);
+    const bool isHidden = look.kind == Kind::Hidden;
+    const std::string closed = isHidden ? closedFolderOf(folder) : closedByRoot(folder);
+    if (isHidden || (look.kind == Kind::Folder && !closed.empty())) {
         findings.add("project-folder-closed", file, 1,
-                     fmt::format("This user cannot reach the project folder \"{}\": {} is closed.",
-                                 folder, closed),
+                     fmt::format("{} cannot reach the project folder \"{}\": {} is closed.",
+                                 isHidden ? "This user" : "Users other than root", folder, closed),
                      adviceForClosed(closed, "a+rx"));
     } else if (look.kind == Kind::File || look.kind == Kind::Other) {
         findings.add("project-folder-missing", file, 1,

@@ -159,6 +159,14 @@ private:
                 fmt::format("Run: chmod {} {}", isScript ? "a+r" : "a+rx", shellWord(file)));
             return;
         }
+        const std::string closed = isLink(file) ? closedBehindLinks(file) : "";
+        if (!closed.empty()) {
+            findNotRunnable(
+                file,
+                fmt::format("It is a link through {}, which is closed to some users.", closed),
+                "Put a file into its place that every user can run.");
+            return;
+        }
         const std::string head = headOf(file);
         if (head.empty()) {
             m_findings.add("command-empty", file, 0, "The file is empty, so it does nothing.",

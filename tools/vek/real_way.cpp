@@ -77,3 +77,23 @@ bool mayBeOpened(const std::string& folder) {
     struct stat status;
     return stat(real.c_str(), &status) == 0 && status.st_uid != 0 && status.st_uid == geteuid();
 }
+
+std::string closedBehindLinks(const std::string& path) {
+    constexpr mode_t kPassable = 0111;
+    for (const std::string& folder : foldersOnTheWayTo(path)) {
+        const bool isNamed = folder == "/" || path.rfind(folder + "/", 0) == 0;
+        struct stat status;
+        if (isNamed || stat(folder.c_str(), &status) != 0) continue;
+        if ((status.st_mode & kPassable) != kPassable) return folder;
+    }
+    return "";
+}
+
+std::string closedByRoot(const std::string& path) {
+    for (const std::string& folder : foldersOnTheWayTo(path)) {
+        struct stat status;
+        if (stat(folder.c_str(), &status) != 0 || status.st_uid != 0) continue;
+        if ((status.st_mode & (S_IXGRP | S_IXOTH)) == 0) return folder;
+    }
+    return "";
+}

@@ -33,6 +33,16 @@ void checkSharing(Findings& findings, const std::string& path, mode_t mode, mode
                  fmt::format("Run: chmod {} {}", isWritten ? "a+rw" : "a+r", shellWord(path)));
 }
 
+void checkWayBehindLinks(Findings& findings, const std::string& path, const char* code) {
+    const std::string closed = closedBehindLinks(path);
+    if (closed.empty()) return;
+    findings.add(
+        code, path, 0,
+        fmt::format("It is reached by a link through {}, which is closed to some users.", closed),
+        mayBeOpened(closed) ? fmt::format("Run: chmod a+x {}", shellWord(closed))
+                            : "Link a place that every user can reach.");
+}
+
 bool isControl(char c) {
     const auto byte = static_cast<unsigned char>(c);
     return byte < 0x20 && c != '\t' && c != '\n' && c != '\r';
@@ -155,6 +165,7 @@ bool checkFolder(Findings& findings, const std::string& path) {
                                  modeText(look.mode)),
                      fmt::format("Run: chmod a+rwx {}", shellWord(path)));
     }
+    if (isLink(path)) checkWayBehindLinks(findings, path, "folder-not-shared");
     if (look.mode & S_ISVTX) {
         findings.add("folder-sticky", path, 0,
                      fmt::format("Its mode is {}: users cannot replace each other's files in it.",
@@ -190,6 +201,7 @@ bool readText(Findings& findings, const std::string& path, mode_t wanted, std::i
         return false;
     }
     checkSharing(findings, path, look.mode, wanted);
+    if (isLink(path)) checkWayBehindLinks(findings, path, "file-not-shared");
     if (file.size() > limit) {
         findings.add(
             "file-too-large", path, 0,
