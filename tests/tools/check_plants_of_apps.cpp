@@ -148,6 +148,8 @@ std::vector<Plant> plantsOfCommands() {
          }},
         editOf("Windows", "windows.sh", "#!/bin/sh\r\necho\r\n", 0755, "script-line-ends:1"),
         editOf("Interpreter", "edit.py", "#!/no/such/python -u\n", 0755, "interpreter-missing:1"),
+        editOf("FolderInterpreter", "folder.py", "#!/usr/bin\n", 0755, "interpreter-missing:1"),
+        editOf("NoProgram", "noprogram", "echo 1\n", 0755, "command-not-runnable"),
         editOf("Blanks", "my program", "#!/bin/sh\n", 0755, "blank-in-path"),
         editOf("Bundle", "Bundle.app", "no folder", 0755, "broken-bundle"),
         editOf("EmptyScript", "nothing.sh", "", 0755, "command-empty", kNothing),

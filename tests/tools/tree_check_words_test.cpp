@@ -195,3 +195,18 @@ TEST(TreeCheck, SaysThatAProjectFolderIsAFile) {
     EXPECT_EQ(only(checkTree()).what, "\"" + Tree::objectList() + "\" is a file, and no folder.");
     EXPECT_EQ(only(checkTree()).advice, "Choose a project folder in the host.");
 }
+
+TEST(TreeCheck, TakesExecutablesOfBothSystemsForPrograms) {
+    for (const char* magic : {"\x7F"
+                              "ELF",
+                              "\xFE\xED\xFA\xCE", "\xCE\xFA\xED\xFE", "\xFE\xED\xFA\xCF",
+                              "\xCF\xFA\xED\xFE", "\xCA\xFE\xBA\xBE"}) {
+        const TreeToCheck tree;
+        addGoodApp("App", "LOCATE_COMMAND \"locate\"\n");
+        writeFile(Tree::app("App", "locate"), magic);
+        ASSERT_EQ(chmod(Tree::app("App", "locate").c_str(), 0755), 0);
+        EXPECT_EQ(codesOf(checkTree()), Found());
+        writeFile(Tree::app("App", "locate"), "#!/usr/bin\n");
+        EXPECT_EQ(only(checkTree()).what, "/usr/bin is to run it, and is a folder.");
+    }
+}

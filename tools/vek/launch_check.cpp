@@ -59,11 +59,27 @@ std::string interpreterOf(const std::string& firstLine) {
 }
 
 bool canBeFound(const std::string& program) {
-    if (program.find('/') != program.npos) return isThere(program);
+    if (program.find('/') != program.npos) return lookAt(program).kind == Kind::File;
     const char* const path = std::getenv("PATH");
     std::istringstream folders((path ? path : "") + std::string(":/usr/local/bin:/usr/bin:/bin"));
     for (std::string folder; std::getline(folders, folder, ':');) {
-        if (isThere(folder + "/" + program)) return true;
+        if (lookAt(folder + "/" + program).kind == Kind::File) return true;
+    }
+    return false;
+}
+
+// Whether the file begins as executables of Linux and macOS do.
+bool isExecutableCode(const std::string& head) {
+    static const std::string magics[] = {
+        "\x7F"
+        "ELF",
+        "\xFE\xED\xFA\xCE",
+        "\xCE\xFA\xED\xFE",
+        "\xFE\xED\xFA\xCF",
+        "\xCF\xFA\xED\xFE",
+        "\xCA\xFE\xBA\xBE"};
+    for (const std::string& magic : magics) {
+        if (head.rfind(magic, 0) == 0) return true;
     }
     return false;
 }
@@ -182,6 +198,10 @@ private:
                            "Save it again with Unix line ends.");
         } else if (!isScript && hasInterpreter) {
             checkInterpreter(file, firstLine);
+        } else if (!isScript && !isExecutableCode(head)) {
+            findNotRunnable(file, "It is no executable, and no script that begins with #!.",
+                            "Begin it with #!/bin/sh or another interpreter, give a shell script "
+                            "a name that ends in .sh, or put the executable there again.");
         }
     }
 
@@ -212,8 +232,10 @@ private:
     void checkInterpreter(const std::string& file, const std::string& firstLine) {
         const std::string program = interpreterOf(firstLine);
         if (program.empty() || canBeFound(program)) return;
+        const bool isFolder = lookAt(program).kind == Kind::Folder;
         m_findings.add("interpreter-missing", file, 1,
-                       fmt::format("{} is to run it, and is not on this machine.", program),
+                       fmt::format("{} is to run it, and is {}.", program,
+                                   isFolder ? "a folder" : "not on this machine"),
                        "Install that program, or name one that is there in the first line.");
     }
 
