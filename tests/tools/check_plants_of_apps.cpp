@@ -183,6 +183,15 @@ std::vector<Plant> plantsOfCommands() {
              setMode(Tree::app("Bin", "bin"), 0700);
              return Found{"folder-not-shared VekApps/Bin/bin"};
          }},
+        {"a command in a linked folder behind a closed one", kNothing,
+         [] {
+             addGoodApp("LinkedBin", "LOCATE_COMMAND \"bin/locate.sh\"\n");
+             makeFolders(root("VekProjects/closed/bin"));
+             writeFile(root("VekProjects/closed/bin/locate.sh"), "#!/bin/sh\n");
+             setMode(root("VekProjects/closed"), 0700);
+             fs::create_symlink("../../VekProjects/closed/bin", Tree::app("LinkedBin", "bin"));
+             return Found{"command-not-runnable VekApps/LinkedBin/bin/locate.sh"};
+         }},
         {"a command in a folder of its own that cannot be looked into", kNothing,
          [] {
              addGoodApp("NoBin", "LOCATE_COMMAND \"bin/locate.sh\"\n");

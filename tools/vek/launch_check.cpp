@@ -175,11 +175,12 @@ private:
                 fmt::format("Run: chmod {} {}", isScript ? "a+r" : "a+rx", shellWord(file)));
             return;
         }
-        const std::string closed = isLink(file) ? closedBehindLinks(file) : "";
-        if (!closed.empty()) {
+        const std::string closed = closedBehindLinks(file);
+        if (!closed.empty() && closedBehindLinks(m_folder).empty()) {
             findNotRunnable(
                 file,
-                fmt::format("It is a link through {}, which is closed to some users.", closed),
+                fmt::format("A link leads to it through {}, which is closed to some users.",
+                            closed),
                 "Put a file into its place that every user can run.");
             return;
         }
