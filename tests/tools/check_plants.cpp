@@ -169,6 +169,47 @@ std::vector<Plant> plantsOfTheHub() {
              writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/closed/mine"));
              return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
          }},
+        {"an open project folder in one that root keeps closed", kNothing,
+         [] {
+             makeShared(root("VekProjects/closed/mine"));
+             setMode(root("VekProjects/closed"), 0700);
+             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/closed/mine"));
+             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
+         }},
+        {"an open project folder behind a link into a closed one", kNothing,
+         [] {
+             makeShared(root("VekProjects/closed/mine"));
+             setMode(root("VekProjects/closed"), 0700);
+             fs::create_symlink("closed/mine", root("VekProjects/link"));
+             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/link"));
+             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
+         }},
+        {"applications behind a link into a closed folder", kNothing,
+         [] {
+             makeFolders(root("VekProjects/closed"));
+             setMode(root("VekProjects/closed"), 0700);
+             fs::rename(root("VekApps"), root("VekProjects/closed/apps"));
+             fs::create_symlink("VekProjects/closed/apps", root("VekApps"));
+             return Found{"folder-not-shared VekApps"};
+         }},
+        {"a hub file behind a link into a closed folder", kNothing,
+         [] {
+             makeFolders(root("VekProjects/closed"));
+             setMode(root("VekProjects/closed"), 0700);
+             fs::rename(Tree::objectList(), root("VekProjects/closed/list"));
+             fs::create_symlink(root("VekProjects/closed/list"), Tree::objectList());
+             return Found{"file-not-shared VekHub/Vek_ObjectList.txt"};
+         }},
+        {"a command behind a link into a closed folder", kNothing,
+         [] {
+             addGoodApp("Linking");
+             makeFolders(root("VekProjects/closed"));
+             setMode(root("VekProjects/closed"), 0700);
+             fs::rename(Tree::app("Linking", "edit.sh"), root("VekProjects/closed/edit.sh"));
+             fs::create_symlink("../../VekProjects/closed/edit.sh",
+                                Tree::app("Linking", "edit.sh"));
+             return Found{"command-not-runnable VekApps/Linking/edit.sh"};
+         }},
         {"a project folder with its volume", kNothing,
          [] {
              writeFile(Tree::hub("Vek_ProjectPath.txt"),

@@ -130,6 +130,13 @@ std::vector<Plant> plantsOfCommands() {
         descriptorOf("BlankArgument",
                      "NAME c\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND \"edit.sh -v\"\n",
                      "blank-in-command:4"),
+        descriptorOf("OutsideTheQuotes",
+                     "NAME o\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND \"edit.sh\" -v\n",
+                     "unpaired-quote:4"),
+        descriptorOf(
+            "TwoPairs",
+            "NAME p\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND \"edit.sh\" \"-v\"\n",
+            "blank-in-command:4"),
         editOf("Plain", "edit", "#!/bin/sh\n", 0644, "command-not-runnable"),
         editOf("Hidden", "edit-hidden.sh", "#!/bin/sh\n", 0700, "command-not-runnable"),
         {"a command that is a folder", kNothing,
@@ -141,6 +148,8 @@ std::vector<Plant> plantsOfCommands() {
          }},
         editOf("Windows", "windows.sh", "#!/bin/sh\r\necho\r\n", 0755, "script-line-ends:1"),
         editOf("Interpreter", "edit.py", "#!/no/such/python -u\n", 0755, "interpreter-missing:1"),
+        editOf("FolderInterpreter", "folder.py", "#!/usr/bin\n", 0755, "interpreter-missing:1"),
+        editOf("NoProgram", "noprogram", "echo 1\n", 0755, "command-not-runnable"),
         editOf("Blanks", "my program", "#!/bin/sh\n", 0755, "blank-in-path"),
         editOf("Bundle", "Bundle.app", "no folder", 0755, "broken-bundle"),
         editOf("EmptyScript", "nothing.sh", "", 0755, "command-empty", kNothing),
@@ -173,6 +182,15 @@ std::vector<Plant> plantsOfCommands() {
              writeFile(Tree::app("Bin", "bin/locate.sh"), "#!/bin/sh\n");
              setMode(Tree::app("Bin", "bin"), 0700);
              return Found{"folder-not-shared VekApps/Bin/bin"};
+         }},
+        {"a command in a linked folder behind a closed one", kNothing,
+         [] {
+             addGoodApp("LinkedBin", "LOCATE_COMMAND \"bin/locate.sh\"\n");
+             makeFolders(root("VekProjects/closed/bin"));
+             writeFile(root("VekProjects/closed/bin/locate.sh"), "#!/bin/sh\n");
+             setMode(root("VekProjects/closed"), 0700);
+             fs::create_symlink("../../VekProjects/closed/bin", Tree::app("LinkedBin", "bin"));
+             return Found{"command-not-runnable VekApps/LinkedBin/bin/locate.sh"};
          }},
         {"a command in a folder of its own that cannot be looked into", kNothing,
          [] {

@@ -26,6 +26,8 @@ TEST(TreeCheck, NamesTheKeyThatIsMeant) {
              {"exprot_flip_x TRUE", "Write EXPORT_FLIP_X."},
              {"EXPORT FLIP X TRUE", "Write EXPORT_FLIP_X."},
              {"EXPORT-SWITCH-YZ", "Write EXPORT_SWITCH_YZ."},
+             {"IMPORT_FLIP YES", "Write IMPORT_FLIP_X, IMPORT_FLIP_Y or IMPORT_FLIP_Z."},
+             {"EXPORT-FLIP X_AXIS 1", "Write EXPORT_FLIP_X, EXPORT_FLIP_Y or EXPORT_FLIP_Z."},
              {"TEMPLATE x", "Write TAMPLATE."},
              {"VERSION 1", "Write VEK_VERSION."},
              {"EXPORT_FLIP_A 1", "Write EXPORT_FLIP_X, EXPORT_FLIP_Y or EXPORT_FLIP_Z."}}) {
@@ -145,4 +147,66 @@ TEST(TreeCheck, NamesTheClosedFolderOnTheWayToTheProject) {
     EXPECT_EQ(only(checkTree()).what, "This user cannot reach the project folder \"" + closed +
                                           "/inner/mine\": " + closed + " is closed.");
     EXPECT_NE(only(checkTree()).advice.find("chmod a+rx " + closed), std::string::npos);
+}
+
+TEST(TreeCheck, NeverSaysToOpenAFolderOfTheSystem) {
+    const TreeToCheck tree;
+    for (const char* folder : {"/", "/proc", "/usr/bin", "/etc/"}) {
+        writeFile(Tree::hub("Vek_ProjectPath.txt"), folder);
+        EXPECT_STREQ(only(checkTree()).kind->code, "project-folder-closed") << folder;
+        EXPECT_EQ(only(checkTree()).advice, "Choose another project folder in the host.") << folder;
+    }
+    const TempFolder outside;
+    makeFolders(outside / "closed/mine");
+    ASSERT_EQ(chmod((outside / "closed").c_str(), 0), 0);
+    writeFile(Tree::hub("Vek_ProjectPath.txt"), outside / "closed/mine");
+    EXPECT_EQ(only(checkTree()).advice, "Choose another project folder in the host.");
+    writeFile(Tree::hub("Vek_ProjectPath.txt"), "");
+    writeFile(Tree::objectList(), (outside / "closed/mine") + "/a");
+    EXPECT_EQ(only(checkTree()).advice, "Export the objects to another folder.");
+    ASSERT_EQ(chmod((outside / "closed").c_str(), 0755), 0);
+}
+
+TEST(TreeCheck, TellsALinkToAClosedPlaceFromABrokenOne) {
+    const TempFolder outside;
+    makeFolders(outside / "closed");
+    for (const char* linked : {"VekProjects/Default", "VekHub/Vek_ProjectPath.txt",
+                               "VekApps/App/edit.sh", "VekApps/App/Helper.app"}) {
+        const TreeToCheck tree;
+        addGoodApp("App");
+        const std::string link = Tree::root() + "/" + linked;
+        fs::remove_all(link);
+        fs::create_symlink(outside / "closed/place", link);
+        ASSERT_EQ(chmod((outside / "closed").c_str(), 0), 0);
+        EXPECT_EQ(only(checkTree()).what, "It is a link to a place that this user cannot reach.")
+            << linked;
+        EXPECT_EQ(only(checkTree()).path, link);
+        EXPECT_EQ(only(checkTree()).advice.find("chmod"), std::string::npos) << linked;
+        ASSERT_EQ(chmod((outside / "closed").c_str(), 0755), 0);
+        EXPECT_STREQ(only(checkTree()).kind->code, "broken-link") << linked;
+        fs::remove(link);
+    }
+}
+
+TEST(TreeCheck, SaysThatAProjectFolderIsAFile) {
+    const TreeToCheck tree;
+    writeFile(Tree::hub("Vek_ProjectPath.txt"), Tree::objectList());
+    EXPECT_STREQ(only(checkTree()).kind->code, "project-folder-missing");
+    EXPECT_EQ(only(checkTree()).what, "\"" + Tree::objectList() + "\" is a file, and no folder.");
+    EXPECT_EQ(only(checkTree()).advice, "Choose a project folder in the host.");
+}
+
+TEST(TreeCheck, TakesExecutablesOfBothSystemsForPrograms) {
+    for (const char* magic : {"\x7F"
+                              "ELF",
+                              "\xFE\xED\xFA\xCE", "\xCE\xFA\xED\xFE", "\xFE\xED\xFA\xCF",
+                              "\xCF\xFA\xED\xFE", "\xCA\xFE\xBA\xBE"}) {
+        const TreeToCheck tree;
+        addGoodApp("App", "LOCATE_COMMAND \"locate\"\n");
+        writeFile(Tree::app("App", "locate"), magic);
+        ASSERT_EQ(chmod(Tree::app("App", "locate").c_str(), 0755), 0);
+        EXPECT_EQ(codesOf(checkTree()), Found());
+        writeFile(Tree::app("App", "locate"), "#!/usr/bin\n");
+        EXPECT_EQ(only(checkTree()).what, "/usr/bin is to run it, and is a folder.");
+    }
 }

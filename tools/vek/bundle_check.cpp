@@ -28,9 +28,13 @@ void checkBundles(Findings& findings, const std::string& folder) {
     for (const std::string& name : namesIn(folder)) {
         if (!BXString(name.c_str()).endsWith(".app", true)) continue;
         const std::string bundle = folder + "/" + name;
-        if (lookAt(bundle).kind == Kind::BrokenLink) {
+        const Kind kind = lookAt(bundle).kind;
+        if (kind == Kind::BrokenLink) {
             findings.add("broken-link", bundle, 0, "This link leads nowhere.",
                          "Make what it leads to, or put a bundle into its place.");
+        } else if (kind == Kind::Hidden) {
+            findings.add("broken-bundle", bundle, 0, kHiddenLink,
+                         "Put the whole bundle itself there.");
         } else {
             checkBundle(findings, bundle);
             checkReach(findings, bundle);

@@ -43,15 +43,25 @@ bool isComment(const std::string& line) {
     return std::ispunct(first) && first != '"' && first != '_';
 }
 
-// A key whose underscores were written as blanks or hyphens.
+// A key whose underscores were written as blanks or hyphens. What follows it begins another word.
 const DescriptorKey* keyWithOtherJoints(const std::string& line) {
     std::string joined;
+    std::string words;  // the same with the joints as blanks
     for (const char c : line) {
-        const bool isJoint = c == ' ' || c == '\t' || c == '-';
-        if (!isJoint) joined += c;
-        if (isJoint && !joined.empty() && joined.back() != '_') joined += '_';
+        if (c != ' ' && c != '\t' && c != '-') {
+            joined += c;
+            words += c;
+        } else if (!joined.empty() && joined.back() == '_') {
+            words.back() = ' ';
+        } else if (!joined.empty()) {
+            joined += '_';
+            words += ' ';
+        }
     }
-    return keyOf(joined);
+    const DescriptorKey* const key = keyOf(joined);
+    const bool endsInAWord =
+        key && key->name.size() < words.size() && isWordLetter(words[key->name.size()]);
+    return endsInAWord ? nullptr : key;
 }
 
 std::vector<std::string> keysMeantBy(const std::string& line, const std::string& word) {
@@ -66,6 +76,10 @@ bool isSwitch(const std::vector<std::string>& names) {
                        [&](const DescriptorKey& key) {
                            return key.kind == Kind::Switch && contains(names, key.name);
                        });
+}
+
+bool isOdd(const std::string& text) {
+    return std::count(text.begin(), text.end(), '"') % 2 != 0;
 }
 
 DescriptorLine readLine(const TextLine& line) {
@@ -134,6 +148,10 @@ const std::vector<DescriptorKey>& descriptorKeys() {
     return keys;
 }
 
+bool DescriptorLine::hasUnpairedQuote() const {
+    return isOdd(rawValue) || isOdd(value);
+}
+
 std::string Descriptor::text(const std::string& key) const {
     const auto value = values.find(key);
     return value == values.end() ? "" : value->second.text;
@@ -166,7 +184,8 @@ Descriptor readDescriptor(const std::string& text) {
         const DescriptorLine line = readLine(textLine);
         descriptor.lines.push_back(line);
         if (!line.key || !line.hasValue) continue;
-        descriptor.values[line.key->name] = {line.value, line.rawValue, line.number};
+        descriptor.values[line.key->name] = {line.value, line.rawValue, line.number,
+                                             line.hasUnpairedQuote()};
         if (line.key->kind != Kind::Switch) continue;
         const bool isOn = Parser::paramToBool(line.rawValue.c_str());
         descriptor.switches =

@@ -24,6 +24,10 @@ struct DescriptorLine {
     bool hasValue = false;               // false: separators alone, and the line does nothing
     std::string value;                   // without enclosing quotes
     std::string rawValue;
+
+    // Quotes are counted as they are written and as they are read: of a value that begins with one
+    // and does not end with one, only the first is taken off.
+    bool hasUnpairedQuote() const;
 };
 
 struct Descriptor {
@@ -31,6 +35,7 @@ struct Descriptor {
         std::string text;
         std::string raw;
         int line;
+        bool hasUnpairedQuote;
     };
 
     std::vector<DescriptorLine> lines;

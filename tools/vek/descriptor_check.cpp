@@ -1,6 +1,5 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <map>
 
 #include "config/bx_generic_config_file_parser.h"
@@ -100,10 +99,13 @@ private:
             find("unknown-version", line.number,
                  fmt::format("There is no version \"{}\" of descriptors.", line.rawValue),
                  "Write VEK_VERSION 1.");
-        } else if (std::count(line.rawValue.begin(), line.rawValue.end(), '"') % 2 != 0) {
+        } else if (line.hasUnpairedQuote()) {
             find("unpaired-quote", line.number,
                  fmt::format("A double quote in the value of {} has no partner.", line.key->name),
-                 "Put the value between two double quotes, or take the one away.");
+                 line.key->kind == Kind::Command
+                     ? fmt::format("Write {0} \"file\", or {0} \"file\"argument\"\".",
+                                   line.key->name)
+                     : "Put the value between two double quotes, or take the one away.");
         }
     }
 

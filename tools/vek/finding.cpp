@@ -88,7 +88,7 @@ const std::vector<FindingKind>& findingKinds() {
         {"command-missing", kError, "A descriptor lacks a command."},
         // The commands of descriptors.
         {"command-file-missing", kError, "A command names no file of the folder."},
-        {"blank-in-command", kError, "A blank became part of the name of a command's file."},
+        {"blank-in-command", kError, "A blank stands between a command's file and its argument."},
         {"command-not-runnable", kError, "A command's file cannot be run by every user."},
         {"command-empty", kError, "A command's file is empty."},
         {"script-line-ends", kError, "A script has the line ends of another system."},

@@ -10,6 +10,7 @@
 #include "os/bx_disk_server.h"
 #include "os/bx_file.h"
 #include "tools/vek/near_words.h"
+#include "tools/vek/real_way.h"
 #include "tools/vek/shared_tree.h"
 #include "tools/vek/tree_checks.h"
 #include "tools/vek/tree_look.h"
@@ -72,8 +73,10 @@ private:
         const std::string folder = closedFolderOf(path);
         m_findings.add("folder-unreadable", folder, 0,
                        "This user cannot reach the listed objects that lie in it.",
-                       fmt::format("As its owner or an administrator, run: chmod a+rwx {}",
-                                   shellWord(folder)));
+                       mayBeOpened(folder)
+                           ? fmt::format("As its owner or an administrator, run: chmod a+rwx {}",
+                                         shellWord(folder))
+                           : "Export the objects to another folder.");
     }
 
     void findMissing(const TextLine& line, const std::string& path) {
@@ -125,15 +128,26 @@ bool isClosed(const std::string& folder) {
     return !isOpenToOwner || !isOfUsers || access(folder.c_str(), R_OK | W_OK | X_OK) != 0;
 }
 
+std::string adviceForClosed(const std::string& folder, const char* change) {
+    if (!mayBeOpened(folder)) return "Choose another project folder in the host.";
+    return fmt::format("As its owner run: chmod {} {}; or choose another project.", change,
+                       shellWord(folder));
+}
+
 void checkProjectFolder(Findings& findings, const std::string& folder, const char* file) {
     const TreeLook look = lookAt(folder);
-    if (look.kind == Kind::Hidden) {
-        const std::string closed = closedFolderOf(folder);
+    const bool isHidden = look.kind == Kind::Hidden;
+    const std::string closed = isHidden ? closedFolderOf(folder) : closedByRoot(folder);
+    if (isHidden || (look.kind == Kind::Folder && !closed.empty())) {
         findings.add("project-folder-closed", file, 1,
-                     fmt::format("This user cannot reach the project folder \"{}\": {} is closed.",
-                                 folder, closed),
-                     fmt::format("As its owner run: chmod a+rx {}; or choose another project.",
-                                 shellWord(closed)));
+                     fmt::format("{} cannot reach the project folder \"{}\": {} is closed.",
+                                 isHidden ? "This user" : "Users other than root", folder, closed),
+                     adviceForClosed(closed, "a+rx"));
+    } else if (look.kind == Kind::File || look.kind == Kind::Other) {
+        findings.add("project-folder-missing", file, 1,
+                     fmt::format("\"{}\" is {}, and no folder.", folder,
+                                 look.kind == Kind::File ? "a file" : "a pipe or a device"),
+                     "Choose a project folder in the host.");
     } else if (look.kind != Kind::Folder) {
         findings.add("project-folder-missing", file, 1,
                      fmt::format("The project folder \"{}\" is not there.", folder),
@@ -143,8 +157,7 @@ void checkProjectFolder(Findings& findings, const std::string& folder, const cha
                      fmt::format("The project folder \"{}\" has the mode {}, so not every user can "
                                  "put files there.",
                                  folder, modeText(look.mode)),
-                     fmt::format("As its owner run: chmod a+rwx {}; or choose another project.",
-                                 shellWord(folder)));
+                     adviceForClosed(folder, "a+rwx"));
     }
 }
 

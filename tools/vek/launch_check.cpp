@@ -1,13 +1,14 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cctype>
 #include <cstdlib>
+#include <cstring>
 #include <sstream>
 
 #include "foundation/bx_string.h"
 #include "os/bx_file.h"
 #include "tools/vek/near_words.h"
+#include "tools/vek/real_way.h"
 #include "tools/vek/shared_tree.h"
 #include "tools/vek/shell_signs.h"
 #include "tools/vek/tree_checks.h"
@@ -58,11 +59,27 @@ std::string interpreterOf(const std::string& firstLine) {
 }
 
 bool canBeFound(const std::string& program) {
-    if (program.find('/') != program.npos) return isThere(program);
+    if (program.find('/') != program.npos) return lookAt(program).kind == Kind::File;
     const char* const path = std::getenv("PATH");
     std::istringstream folders((path ? path : "") + std::string(":/usr/local/bin:/usr/bin:/bin"));
     for (std::string folder; std::getline(folders, folder, ':');) {
-        if (isThere(folder + "/" + program)) return true;
+        if (lookAt(folder + "/" + program).kind == Kind::File) return true;
+    }
+    return false;
+}
+
+// Whether the file begins as executables of Linux and macOS do.
+bool isExecutableCode(const std::string& head) {
+    static const std::string magics[] = {
+        "\x7F"
+        "ELF",
+        "\xFE\xED\xFA\xCE",
+        "\xCE\xFA\xED\xFE",
+        "\xFE\xED\xFA\xCF",
+        "\xCF\xFA\xED\xFE",
+        "\xCA\xFE\xBA\xBE"};
+    for (const std::string& magic : magics) {
+        if (head.rfind(magic, 0) == 0) return true;
     }
     return false;
 }
@@ -75,11 +92,11 @@ public:
 
     void check(const std::string& key) {
         const std::string command = m_descriptor.text(key);
-        const std::string& raw = command.empty() ? command : m_descriptor.values.at(key).raw;
-        const bool isPaired = std::count(raw.begin(), raw.end(), '"') % 2 == 0;
-        if (command.empty() || !isPaired) return;  // found already
+        if (command.empty() || m_descriptor.values.at(key).hasUnpairedQuote)
+            return;  // found already
         m_key = key;
-        const std::string name = command.substr(0, command.find('"'));
+        const std::size_t quote = command.find('"');
+        const std::string name = command.substr(0, quote);
         const std::string file = m_folder + "/" + name;
         const Kind kind = lookAt(file).kind;
         if (kind == Kind::Missing || name.empty()) {
@@ -98,22 +115,32 @@ public:
             checkProgram(file);
             checkSigns(file, name);
         }
+        const bool hasBlank = quote + 1 < command.size() && std::strchr(" \t", command[quote + 1]);
+        if (quote != command.npos && hasBlank && kind == Kind::File) {
+            findBlank(fmt::format("The blank behind the name in \"{}\" hands over an empty "
+                                  "argument in front of the others.",
+                                  command),
+                      name);
+        }
     }
 
 private:
+    void findBlank(const std::string& what, const std::string& file) {
+        m_findings.add("blank-in-command", m_path, m_descriptor.lineOf(m_key), what,
+                       fmt::format("Write {} \"{}\"argument\"\", with no blank in front of the "
+                                   "argument's quote.",
+                                   m_key, file));
+    }
+
     void findMissing(const std::string& name, const std::string& command) {
         const std::string trimmed = withoutBlanksBehind(name);
         const std::string firstWord = name.substr(0, name.find(' '));
         const int line = m_descriptor.lineOf(m_key);
         for (const std::string& file : {trimmed, firstWord}) {
             if (file.empty() || file == name || !isThere(m_folder + "/" + file)) continue;
-            m_findings.add(
-                "blank-in-command", m_path, line,
+            return findBlank(
                 fmt::format("The blank in \"{}\" counts as a part of the file's name.", command),
-                fmt::format("Write {} \"{}\"argument\"\", with no blank in front of the "
-                            "argument's quote.",
-                            m_key, file));
-            return;
+                file);
         }
         const std::vector<std::string> near = nearWords(name, namesIn(m_folder));
         m_findings.add("command-file-missing", m_path, line,
@@ -129,8 +156,12 @@ private:
     }
 
     void findHidden(const std::string& file) {
-        if (!checkOpen(m_findings, closedFolderOf(file))) return;
-        findNotRunnable(file, "It is a link to a place that this user cannot reach.",
+        const std::string closed = closedFolderOf(file);
+        if (!isLink(file) && mayBeOpened(closed) && !checkOpen(m_findings, closed)) return;
+        findNotRunnable(file,
+                        isLink(file)
+                            ? kHiddenLink
+                            : fmt::format("This user cannot reach it: {} is closed.", closed),
                         "Put a file into its place that every user can run.");
     }
 
@@ -142,6 +173,15 @@ private:
             findNotRunnable(
                 file, fmt::format("Its mode is {}, so not every user can run it.", modeText(mode)),
                 fmt::format("Run: chmod {} {}", isScript ? "a+r" : "a+rx", shellWord(file)));
+            return;
+        }
+        const std::string closed = closedBehindLinks(file);
+        if (!closed.empty() && closedBehindLinks(m_folder).empty()) {
+            findNotRunnable(
+                file,
+                fmt::format("A link leads to it through {}, which is closed to some users.",
+                            closed),
+                "Put a file into its place that every user can run.");
             return;
         }
         const std::string head = headOf(file);
@@ -159,6 +199,10 @@ private:
                            "Save it again with Unix line ends.");
         } else if (!isScript && hasInterpreter) {
             checkInterpreter(file, firstLine);
+        } else if (!isScript && !isExecutableCode(head)) {
+            findNotRunnable(file, "It is no executable, and no script that begins with #!.",
+                            "Begin it with #!/bin/sh or another interpreter, give a shell script "
+                            "a name that ends in .sh, or put the executable there again.");
         }
     }
 
@@ -189,8 +233,10 @@ private:
     void checkInterpreter(const std::string& file, const std::string& firstLine) {
         const std::string program = interpreterOf(firstLine);
         if (program.empty() || canBeFound(program)) return;
+        const bool isFolder = lookAt(program).kind == Kind::Folder;
         m_findings.add("interpreter-missing", file, 1,
-                       fmt::format("{} is to run it, and is not on this machine.", program),
+                       fmt::format("{} is to run it, and is {}.", program,
+                                   isFolder ? "a folder" : "not on this machine"),
                        "Install that program, or name one that is there in the first line.");
     }
 

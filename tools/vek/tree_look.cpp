@@ -7,6 +7,7 @@
 
 #include "os/bx_file.h"
 #include "os/bx_folder.h"
+#include "tools/vek/real_way.h"
 #include "tools/vek/shared_tree.h"
 
 namespace {
@@ -30,6 +31,16 @@ void checkSharing(Findings& findings, const std::string& path, mode_t mode, mode
                  fmt::format("Its mode is {}, so not every user's bridge can {} it.",
                              modeText(mode), isWritten ? "read and write" : "read"),
                  fmt::format("Run: chmod {} {}", isWritten ? "a+rw" : "a+r", shellWord(path)));
+}
+
+void checkWayBehindLinks(Findings& findings, const std::string& path, const char* code) {
+    const std::string closed = closedBehindLinks(path);
+    if (closed.empty()) return;
+    findings.add(
+        code, path, 0,
+        fmt::format("It is reached by a link through {}, which is closed to some users.", closed),
+        mayBeOpened(closed) ? fmt::format("Run: chmod a+x {}", shellWord(closed))
+                            : "Link a place that every user can reach.");
 }
 
 bool isControl(char c) {
@@ -66,7 +77,9 @@ TreeLook lookAt(const std::string& path) {
         return {kindOf(status.st_mode), status.st_mode & kModeBits};
     }
     const int error = errno;
-    if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) return {Kind::BrokenLink};
+    if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode) && error != EACCES) {
+        return {Kind::BrokenLink};
+    }
     return {error == EACCES ? Kind::Hidden : Kind::Missing};
 }
 
@@ -86,11 +99,8 @@ std::string whatIsNoFolder(const std::string& folder) {
 }
 
 std::string closedFolderOf(const std::string& path) {
-    std::string folder = path;
-    do {
-        folder.erase(folder.rfind('/'));
-    } while (folder.rfind('/') > 0 && lookAt(folder).kind == Kind::Hidden);
-    return folder;
+    const std::vector<std::string> folders = foldersOnTheWayTo(path);
+    return folders.empty() ? "/" : folders.back();
 }
 
 std::string shellWord(const std::string& path) {
@@ -138,6 +148,11 @@ bool checkFolder(Findings& findings, const std::string& path) {
                      "Move it away and run vek init.");
         return false;
     }
+    if (look.kind == Kind::Hidden && isLink(path)) {
+        findings.add("folder-unreadable", path, 0, kHiddenLink,
+                     "Put a folder into its place, or link one that every user can reach.");
+        return false;
+    }
     if (look.kind == Kind::Hidden || !canLookInto(path)) {
         findings.add(
             "folder-unreadable", path, 0, "This user cannot look into this folder.",
@@ -150,6 +165,7 @@ bool checkFolder(Findings& findings, const std::string& path) {
                                  modeText(look.mode)),
                      fmt::format("Run: chmod a+rwx {}", shellWord(path)));
     }
+    if (isLink(path)) checkWayBehindLinks(findings, path, "folder-not-shared");
     if (look.mode & S_ISVTX) {
         findings.add("folder-sticky", path, 0,
                      fmt::format("Its mode is {}: users cannot replace each other's files in it.",
@@ -172,6 +188,11 @@ bool readText(Findings& findings, const std::string& path, mode_t wanted, std::i
                      "Move it away and run vek init.");
         return false;
     }
+    if (look.kind == Kind::Hidden && isLink(path)) {
+        findings.add("file-unreadable", path, 0, kHiddenLink,
+                     "Put a file into its place, or link one that every user can reach.");
+        return false;
+    }
     const BXFile file(path.c_str(), BXFile::Access::Read);
     if (!file.isOpen()) {
         findings.add("file-unreadable", path, 0, "This user cannot read this file.",
@@ -180,6 +201,7 @@ bool readText(Findings& findings, const std::string& path, mode_t wanted, std::i
         return false;
     }
     checkSharing(findings, path, look.mode, wanted);
+    if (isLink(path)) checkWayBehindLinks(findings, path, "file-not-shared");
     if (file.size() > limit) {
         findings.add(
             "file-too-large", path, 0,

@@ -15,6 +15,8 @@ struct TreeLook {
     mode_t mode = 0;  // permissions, of files and folders
 };
 
+inline constexpr char kHiddenLink[] = "It is a link to a place that this user cannot reach.";
+
 // Hidden: this user cannot tell what is there.
 TreeLook lookAt(const std::string& path);
 bool isThere(const std::string& path);
