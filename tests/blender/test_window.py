@@ -103,6 +103,25 @@ def test_orders_start_blender_and_reach_the_one_that_runs(tree, bridge, window):
     assert not os.path.exists(running)
 
 
+def test_an_order_waits_for_the_end_of_an_edit(tree, bridge, window):
+    hosted(tree, bridge, ["First"])
+    edit(bridge)
+    window.wait_for(lambda state: "First" in state["objects"] and not state["busy"])
+    window.do("bpy.ops.object.mode_set(mode='EDIT')")
+    window.wait_for(lambda state: state["mode"] == "EDIT_MESH")
+
+    hosted(tree, bridge, ["Second"])
+    edit(bridge)
+    state = window.wait_for(lambda state: state["waiting"])
+    time.sleep(1.5)  # several looks at the order
+    state = window.state()
+    assert state["waiting"] and state["mode"] == "EDIT_MESH" and "Second" not in state["objects"]
+    assert os.path.exists(tree.app_file("Blender", "Blender_Order.txt"))
+
+    window.do("bpy.ops.object.mode_set(mode='OBJECT')")
+    window.wait_for(lambda state: "Second" in state["objects"] and not state["waiting"])
+
+
 def edit(bridge):
     index = bridge.call("FindVekApp", "Blender")
     assert bridge.call("CallVekAppCommand", "EDIT_COMMAND", index) == 0
