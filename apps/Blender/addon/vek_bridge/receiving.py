@@ -23,8 +23,8 @@ class Receiving(Work):
         self._from_the_host = from_the_host
         self._known = {}
         if from_the_host:
-            self._known = {objects.line_of(obj): obj for obj in context.scene.objects
-                           if obj.type == "MESH" and objects.line_of(obj)}
+            self._known = objects.originals(obj for obj in context.scene.objects
+                                            if obj.type == "MESH")
         self._received = []
         self._failures = []
         self._left_out = 0
@@ -37,7 +37,7 @@ class Receiving(Work):
             self._failures.append(str(error))
             return
         mesh = mesh_in.new_mesh(os.path.basename(line), given)
-        obj = self._known.get(line)
+        obj = self._known.get(objects.same_file(line))
         if obj:
             self._rested += objects.rest_sent_modifiers(obj)
             _replace_mesh(obj, mesh)
@@ -45,7 +45,7 @@ class Receiving(Work):
             obj = bpy.data.objects.new(os.path.basename(line), mesh)
             self._context.collection.objects.link(obj)
         if self._from_the_host:
-            self._known[line] = obj
+            self._known[objects.same_file(line)] = obj
             objects.remember_line(obj, line)
         objects.remember_given(obj, given, mesh_in.mark_of(given.faces, given.uvs))
         self._left_out += given.left_out

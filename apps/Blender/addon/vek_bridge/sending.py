@@ -2,6 +2,8 @@
 
 import os
 
+import bpy
+
 from . import bridge, mesh_out, objects
 from .receiving import EXTENSION
 from .vek_exchange import Tree, VekError
@@ -107,14 +109,14 @@ def objects_to_send(context):
 
 def lines_for(objs, folder):
     """A line for each object: where it came from, or a free place in the folder. A copy of a
-    received object remembers the same place, and gets one of its own."""
-    taken = {_same_file(objects.line_of(obj)) for obj in objs if objects.line_of(obj)}
-    used, lines = set(), []
+    received object remembers the same place, and gets one of its own, also where it goes alone."""
+    originals = objects.originals({obj for scene in bpy.data.scenes for obj in scene.objects})
+    used, lines = set(originals), []
     for obj in objs:
         line = objects.line_of(obj)
-        if not line or _same_file(line) in used:
-            line = free_line(folder, obj.name, taken | used)
-        used.add(_same_file(line))
+        if not line or originals.get(objects.same_file(line)) != obj:
+            line = free_line(folder, obj.name, used)
+        used.add(objects.same_file(line))
         lines.append(line)
     return lines
 
@@ -124,7 +126,7 @@ def lines_in(objs, folder):
     used, lines = set(), []
     for obj in objs:
         line = free_line(folder, obj.name, used)
-        used.add(_same_file(line))
+        used.add(objects.same_file(line))
         lines.append(line)
     return lines
 
@@ -134,11 +136,7 @@ def free_line(folder, name, used):
     number = 1
     base = f"{folder}/{Tree.object_file_name(name)}"
     line = base
-    while _same_file(line) in used or os.path.lexists(line + EXTENSION):
+    while objects.same_file(line) in used or os.path.lexists(line + EXTENSION):
         number += 1
         line = f"{base}_{number}"
     return line
-
-
-def _same_file(line):
-    return line.casefold()  # as file systems are that take no regard of letter case
