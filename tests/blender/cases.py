@@ -179,6 +179,8 @@ CASES = {
     "added": (send_eggs(1), "added"),
     "undo": (send_eggs(10), "undone"),
     "read-only": (send_eggs(2), "read_only"),
+    "in the way": (send_eggs(3), "in_the_way"),
+    "only instances": (send_eggs(2), "only_instances"),
     "read-only hub": (send_eggs(1), "read_only_hub"),
     "full disk": (project_on_a_small_disk, "elsewhere"),
     "command": (hand_back("touch '%(root)s/handed back'"), "there_and_back"),

@@ -255,6 +255,45 @@ def read_only(case):
     return {"said": said + [send()], "scene": scene()}
 
 
+def in_the_way(case):
+    """A folder has the name of the second of three files."""
+    said = [receive()]
+    path = case["folder"] + "/Egg 1.vek"
+    os.remove(path)
+    os.mkdir(path)
+    said.append(send())
+    os.rmdir(path)
+    return {"said": said + [send()]}
+
+
+def only_instances(_case):
+    """One of two objects shows nothing but a cone on each of its points, and a collection stands in
+    the scene as an instance; then all but the instances are deselected."""
+    said = [receive()]
+    group = bpy.data.node_groups.new("Cones", "GeometryNodeTree")
+    group.inputs.new("NodeSocketGeometry", "Geometry")
+    group.outputs.new("NodeSocketGeometry", "Geometry")
+    first, last = group.nodes.new("NodeGroupInput"), group.nodes.new("NodeGroupOutput")
+    cone = group.nodes.new("GeometryNodeMeshCone")
+    on_points = group.nodes.new("GeometryNodeInstanceOnPoints")
+    group.links.new(first.outputs[0], on_points.inputs["Points"])
+    group.links.new(cone.outputs[0], on_points.inputs["Instance"])
+    group.links.new(on_points.outputs[0], last.inputs[0])
+    cones = bpy.data.objects["Egg 0"]
+    cones.modifiers.new("Cones", "NODES").node_group = group
+    crowd = bpy.data.objects.new("Crowd", None)
+    crowd.instance_type = "COLLECTION"
+    crowd.instance_collection = bpy.data.collections.new("Crowd")
+    bpy.context.collection.objects.link(crowd)
+    bpy.context.view_layer.update()
+    select(cones, bpy.data.objects["Egg 1"], crowd)
+    said.append(send())
+    select(cones, crowd)
+    said.append(send())
+    select(crowd)
+    return {"said": said + [send()]}
+
+
 def read_only_hub(case):
     said = [receive()]
     hub = case["root"] + "/VekHub"

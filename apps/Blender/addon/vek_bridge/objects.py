@@ -19,6 +19,11 @@ _HEAD = "<IIIf"
 SENDABLE = {"MESH", "CURVE", "SURFACE", "FONT", "META"}
 
 
+def is_empty(obj):
+    """Whether there is nothing to see of it without its modifiers."""
+    return obj.type == "MESH" and not obj.data.vertices
+
+
 def line_of(obj):
     line = obj.get(_LINE, b"")
     return line.decode("utf-8", "surrogateescape") if isinstance(line, bytes) else ""

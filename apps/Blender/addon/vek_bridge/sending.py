@@ -19,6 +19,9 @@ class Sending(Work):
 
     def __init__(self, context, objs, lines, to_the_host):
         super().__init__(objs)
+        self._sent = []  # object, line
+        self._instances = [obj.name for obj in context.selected_objects
+                           if obj.instance_type == "COLLECTION"]
         self._depsgraph = context.evaluated_depsgraph_get()
         self._lines = lines
         self._to_the_host = to_the_host
@@ -30,16 +33,23 @@ class Sending(Work):
     def do(self, obj):
         if self._problem:
             return
-        path = bridge.tree().exchange_file(self._lines[self.done - 1], EXTENSION)
+        line = self._lines[self.done - 1]
+        path = bridge.tree().exchange_file(line, EXTENSION)
         try:
-            self._write(obj, path)
+            if self._write(obj, path):
+                self._sent.append((obj, line))
+            else:
+                self._instances.append(obj.name)
         except VekError as error:
             self._problem = str(error).replace(path + _STAGED, path)
         except OSError as error:
             self._problem = f"The file cannot be written: {path} ({error.strerror})"
 
     def _write(self, obj, path):
+        """False when an empty mesh would take the place of what the object is."""
         taken = mesh_out.Taken(obj, self._depsgraph)
+        if not len(taken.vertices) and not objects.is_empty(obj):
+            return False
         file, dropped = mesh_out.exchange_file(taken, objects.face_kind(obj),
                                                objects.kept_blocks(obj), objects.given_mark(obj))
         staged = path + _STAGED
@@ -47,28 +57,44 @@ class Sending(Work):
         write_file(staged, file)
         self._split += taken.split
         self._without_corners += dropped
+        return True
 
     def outcome(self):
-        if not self.total:
+        if not self.total and not self._instances:
             return "ERROR", "There is nothing to send: select objects, or receive some first."
         if self._problem or not self.is_done:
             self._take_back()
             return "ERROR", sentence("Nothing was sent", self._problem or "you stopped it")
-        try:
-            for staged, path in self._staged:
-                os.replace(staged, path)
-        except OSError as error:
+        if not self._sent:
+            return "ERROR", sentence("Nothing was sent", *self._said_instances())
+        problem = self._replace_files()
+        if problem:
             self._take_back()
-            return "ERROR", sentence("Nothing was sent", f"a file cannot be replaced: {error}")
+            return "ERROR", problem
         try:
             if self._to_the_host:
-                bridge.tree().write_object_list(self._lines)
+                bridge.tree().write_object_list(line for _, line in self._sent)
         except VekError as error:
             return "WARNING", sentence("The files are written, but Dorvia is not told", str(error))
         if self._to_the_host:
-            for obj, line in zip(self._items, self._lines):
+            for obj, line in self._sent:
                 objects.remember_sent(obj, line)
         return self._said_success()
+
+    def _replace_files(self):
+        """Each file takes its place. A sentence when one cannot, and all behind it did not."""
+        for number, (staged, path) in enumerate(self._staged):
+            try:
+                os.replace(staged, path)
+            except OSError as error:
+                why = f"a file cannot be replaced ({error.strerror}): {path}"
+                if not number:
+                    return sentence("Nothing was sent", why)
+                return sentence("Not all files were replaced, and Dorvia is not told" if
+                                self._to_the_host else "Not all files were replaced", why,
+                                f"replaced: {_names(self._staged[:number])}",
+                                f"not replaced: {_names(self._staged[number:])}")
+        return ""
 
     def _take_back(self):
         for staged, _ in self._staged:
@@ -77,10 +103,16 @@ class Sending(Work):
             except OSError:
                 pass  # was never written
 
+    def _said_instances(self):
+        if not self._instances:
+            return []
+        return ["not sent, having no mesh of their own (make instances real first): "
+                + ", ".join(self._instances)]
+
     def _said_success(self):
         verb = "sent" if self._to_the_host else "exported"
-        clauses = [f"{counted(self.total, 'object')} {verb}"]
-        level = "INFO"
+        clauses = [f"{counted(len(self._sent), 'object')} {verb}"] + self._said_instances()
+        level = "WARNING" if self._instances else "INFO"
         if self._split:
             clauses.append(f"{counted(self._split, 'face')} with more than four corners split "
                            "into triangles")
@@ -96,6 +128,10 @@ class Sending(Work):
                 level = "WARNING"
                 clauses.append(f"import them in Dorvia, since {error}")
         return level, sentence(*clauses)
+
+
+def _names(staged):
+    return ", ".join(os.path.basename(path) for _, path in staged)
 
 
 def objects_to_send(context):
