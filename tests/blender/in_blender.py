@@ -294,6 +294,21 @@ def only_instances(_case):
     return {"said": said + [send()]}
 
 
+def odd_project(case):
+    """The project folder's name is not UTF-8, and the panel shows it all the same."""
+    from vek_bridge import session
+    folder = case["root"] + "/Gr\udcfcn"
+    os.mkdir(folder)
+    bridge.tree().write_project_path(folder)
+    session._show_project()
+    shown = bpy.context.window_manager.vek_project
+    new_object("New", *grid(3))
+    select(bpy.data.objects["New"])
+    said = [send()]
+    os.remove(folder + "/New.vek")
+    return {"said": said + [receive()], "shown": shown}
+
+
 def read_only_hub(case):
     said = [receive()]
     hub = case["root"] + "/VekHub"

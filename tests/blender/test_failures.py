@@ -74,6 +74,23 @@ def test_instances_do_not_empty_the_file_of_an_object(results):
     assert len(result.host.bytes_of(result.host.line("Egg 0"))) > 500
 
 
+def test_names_that_are_not_utf_8(results):
+    result = results("not UTF-8")
+    assert result.said[0].startswith("2 of 3 objects received; ")
+    assert result.said[0].endswith("/Gone\ufffd.vek.")
+    assert set(result.scene) == {"Gr\ufffdn", "Plain"}
+    assert result.said[1] == "2 objects sent; import them in Dorvia."
+    assert result.host.names_back() == ["Gr\udcfcn", "Plain"]
+
+
+def test_a_project_folder_that_is_not_utf_8(results):
+    result = results("odd project")
+    assert result.found["shown"] == result.host.root + "/Gr\ufffdn"
+    assert result.said[0] == "1 object sent; import them in Dorvia."
+    assert result.said[1].startswith("Nothing was received; ")
+    assert result.said[1].endswith("/Gr\ufffdn/New.vek.")
+
+
 def test_a_list_that_cannot_be_written(results):
     result = results("read-only hub")
     assert result.said[1].startswith("The files are written, but Dorvia is not told; ")

@@ -9,7 +9,7 @@ from bpy_extras.io_utils import ExportHelper, ImportHelper
 
 from . import bridge, receiving, sending
 from .vek_exchange import VekError
-from .work import sentence
+from .work import sentence, shown
 
 _TICK = 0.01  # seconds in which Blender draws and hears the user
 _BETWEEN_DRAWINGS = 0.1  # seconds of work; a step that takes longer is done all the same
@@ -83,6 +83,7 @@ def _leave_other_modes(context):
 
 
 def _say(operator, context, level, text):
+    text = shown(text)
     context.window_manager.vek_message = text
     operator.report({level}, text)
 

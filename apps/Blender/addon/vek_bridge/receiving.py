@@ -7,7 +7,7 @@ from mathutils import Matrix
 
 from . import bridge, mesh_in, objects
 from .vek_exchange import VekError
-from .work import Work, counted, sentence
+from .work import Work, counted, sentence, shown
 
 EXTENSION = ".vek"
 
@@ -36,13 +36,14 @@ class Receiving(Work):
         except VekError as error:
             self._failures.append(str(error))
             return
-        mesh = mesh_in.new_mesh(os.path.basename(line), given)
+        name = shown(os.path.basename(line))
+        mesh = mesh_in.new_mesh(name, given)
         obj = self._known.get(objects.same_file(line))
         if obj:
             self._rested += objects.rest_sent_modifiers(obj)
             _replace_mesh(obj, mesh)
         else:
-            obj = bpy.data.objects.new(os.path.basename(line), mesh)
+            obj = bpy.data.objects.new(name, mesh)
             self._context.collection.objects.link(obj)
         if self._from_the_host:
             self._known[objects.same_file(line)] = obj

@@ -9,6 +9,7 @@ import bpy
 
 from . import bridge
 from .vek_exchange import VekError
+from .work import shown
 
 _INTERVAL = 0.5  # seconds
 _OLD = 120.0  # seconds after which an order is no longer what the user waits for
@@ -88,7 +89,7 @@ def _receive():
 
 def _show_project():
     try:
-        folder = bridge.tree().project_folder()
+        folder = shown(bridge.tree().project_folder())
     except VekError:
         folder = ""
     manager = bpy.context.window_manager
