@@ -195,6 +195,7 @@ CASES = {
     "failing command": (hand_back("exit 3"), "there_and_back"),
     "helper": (helper, "there_and_back"),
     "file menu": (unlisted_files, "file_menu"),
+    "odd paths": (unlisted_files, "odd_paths"),
     "nothing to send": (nothing, "only_send"),
     "camera": (nothing, "camera"),
 }

@@ -345,6 +345,18 @@ def file_menu(case):
     return {"said": said, "scene": shown}
 
 
+def odd_paths(case):
+    """Letter case and colons of a path stay as the user chose them."""
+    folder = case["out"] + "/a:b"
+    os.mkdir(folder)
+    os.rename(case["folder"] + "/A.vek", folder + "/x:y.Vek")
+    said = [message(bpy.ops.vek.import_files, filepath=folder + "/x:y.Vek")]
+    said.append(message(bpy.ops.vek.export_files, filepath=folder + "/One.VEK"))
+    select(new_object("C:1", *grid(3)), bpy.context.scene.objects[0])
+    said.append(message(bpy.ops.vek.export_files, filepath=folder + "/any.vek"))
+    return {"said": said, "files": sorted(os.listdir(folder)), "scene": scene()}
+
+
 def only_send(_case):
     return {"said": [send()]}
 

@@ -133,8 +133,8 @@ class VEK_OT_import(_LongWork, ImportHelper, bpy.types.Operator):
 
     def work(self, context):
         paths = [os.path.join(self.directory, file.name) for file in self.files if file.name]
-        lines = [receiving.line_of_file(path) for path in paths or [self.filepath]]
-        return receiving.Receiving(context, lines, from_the_host=False)
+        paths = [receiving.checked(path) for path in paths or [self.filepath]]
+        return receiving.Receiving(context, paths, from_the_host=False)
 
 
 class VEK_OT_export(_LongWork, ExportHelper, bpy.types.Operator):
@@ -149,10 +149,10 @@ class VEK_OT_export(_LongWork, ExportHelper, bpy.types.Operator):
 
     def work(self, context):
         chosen = sending.objects_to_send(context)
-        lines = [receiving.line_of_file(self.filepath)]
+        paths = [receiving.checked(self.filepath)]
         if len(chosen) != 1:
-            lines = sending.lines_in(chosen, os.path.dirname(self.filepath))
-        return sending.Sending(context, chosen, lines, to_the_host=False)
+            paths = sending.paths_in(chosen, os.path.dirname(self.filepath))
+        return sending.Sending(context, chosen, paths, to_the_host=False)
 
 
 _CLASSES = (VEK_OT_receive, VEK_OT_send, VEK_OT_import, VEK_OT_export)

@@ -14,8 +14,8 @@ EXTENSION = ".vek"
 
 class Receiving(Work):
     """Each item is a line of the object list. An object that the host sent before gets the new
-    mesh; what it is called and what it is made of stay. Of files that are not the host's nothing is
-    remembered, so that sending does not write over them."""
+    mesh; what it is called and what it is made of stay. Of files that are not the host's, whose
+    paths are the items then, nothing is remembered, so that sending does not write over them."""
 
     def __init__(self, context, lines, from_the_host):
         super().__init__(lines)
@@ -31,12 +31,13 @@ class Receiving(Work):
         self._rested = 0
 
     def do(self, line):
+        path = bridge.tree().exchange_file(line, EXTENSION) if self._from_the_host else line
         try:
-            given = mesh_in.Given(bridge.tree().exchange_file(line, EXTENSION))
+            given = mesh_in.Given(path)
         except VekError as error:
             self._failures.append(str(error))
             return
-        name = shown(os.path.basename(line))
+        name = shown(os.path.basename(path)[:-len(EXTENSION)])
         mesh = mesh_in.new_mesh(name, given)
         obj = self._known.get(objects.same_file(line))
         if obj:
@@ -96,12 +97,11 @@ def lines_of_the_list():
     return bridge.tree().object_list()
 
 
-def line_of_file(path):
-    """The line that names an exchange file. VekError when it has another extension."""
-    line, extension = os.path.splitext(path)
-    if extension.lower() != EXTENSION:
+def checked(path):
+    """The path of an exchange file. VekError when it has another extension."""
+    if os.path.splitext(path)[1].lower() != EXTENSION:
         raise VekError(f"This is not a {EXTENSION} file: {path}")
-    return line
+    return path
 
 
 def _replace_mesh(obj, mesh):

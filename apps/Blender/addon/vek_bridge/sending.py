@@ -14,8 +14,9 @@ _STAGED = ".part"
 
 
 class Sending(Work):
-    """Each item is an object. Every file is written beside its place first, and takes it only when
-    all are written; so whatever fails, the files and the object list stay as they were."""
+    """Each item is an object; `lines` are those of the object list, or the paths of files that do
+    not go to the host. Every file is written beside its place first, and takes it only when all are
+    written; so where one cannot be written, the files and the object list stay as they were."""
 
     def __init__(self, context, objs, lines, to_the_host):
         super().__init__(objs)
@@ -34,7 +35,7 @@ class Sending(Work):
         if self._problem:
             return
         line = self._lines[self.done - 1]
-        path = bridge.tree().exchange_file(line, EXTENSION)
+        path = bridge.tree().exchange_file(line, EXTENSION) if self._to_the_host else line
         try:
             if self._write(obj, path):
                 self._sent.append((obj, line))
@@ -157,14 +158,14 @@ def lines_for(objs, folder):
     return lines
 
 
-def lines_in(objs, folder):
-    """A line for each object, in the folder, for a file that is not there yet."""
-    used, lines = set(), []
+def paths_in(objs, folder):
+    """A path for each object, in the folder, for a file that is not there yet."""
+    used, paths = set(), []
     for obj in objs:
         line = free_line(folder, obj.name, used)
         used.add(objects.same_file(line))
-        lines.append(line)
-    return lines
+        paths.append(line + EXTENSION)
+    return paths
 
 
 def free_line(folder, name, used):
