@@ -111,7 +111,7 @@ class VEK_OT_send(_LongWork, bpy.types.Operator):
     """Send the selected objects to Dorvia; where none is selected, all that came from there"""
     bl_idname = "vek.send"
     bl_label = "Send"
-    bl_options = {"REGISTER"}
+    bl_options = {"REGISTER", "UNDO"}  # a redo brings back what the objects remember
 
     def work(self, context):
         chosen = sending.objects_to_send(context)
