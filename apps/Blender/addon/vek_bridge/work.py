@@ -31,7 +31,7 @@ class Work:
 
 
 def shown(text):
-    """The text as Blender can hold it, whatever its bytes were: names and labels are UTF-8 there."""
+    """The text as Blender can hold it: names and labels are UTF-8 there, and paths any bytes."""
     return text.encode("utf-8", "surrogateescape").decode("utf-8", "replace")
 
 
