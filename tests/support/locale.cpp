@@ -44,15 +44,18 @@ void runLocaledef(const std::string& output) {
     if (!failed) waitpid(child, nullptr, 0);
 }
 
-// Makes the locale under a name of this process alone and then moves it to its place, so that tests
-// that run at the same time see all of it or nothing. The first one to move it wins.
+// Makes the locale in a folder of its own and then moves it to its place, so that tests that run at
+// the same time see all of it or nothing. The first one to move it wins. The folder is not named
+// after the process: each private view counts its processes from 1.
 void makeLocale(const fs::path& folder) {
     std::error_code ignored;
     fs::create_directories(folder, ignored);
-    const fs::path unfinished = folder / ("unfinished-" + std::to_string(getpid()));
+    std::string own = (folder / "unfinished-XXXXXX").string();
+    if (!mkdtemp(own.data())) return;
+    const fs::path unfinished = fs::path(own) / kLocaleName;
     runLocaledef(unfinished.string());
     fs::rename(unfinished, folder / kLocaleName, ignored);
-    fs::remove_all(unfinished, ignored);
+    fs::remove_all(own, ignored);
 }
 
 // Sets the locale that lies in `folder`; makes it when it is not there.
