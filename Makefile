@@ -75,9 +75,23 @@ memcheck: setup
 	@cmake --build --preset dev -j $(JOBS)
 	@scripts/memcheck build/dev
 
-package: PACKAGE = $(if $(filter Darwin,$(shell uname)),macos-package,package)
+package: PACKAGE = package
+ifeq ($(shell uname),Darwin)
+# No headers of the platform serve both the 32-bit half and the tool: the halves are built apart.
+FAMILIES = i386 x86_64
+I386_LIBRARY = $(if $(filter i386,$(FAMILIES)),$(CURDIR)/build/macos-i386/libVek.dylib)
+package: PACKAGE = macos-package
+package: $(if $(I386_LIBRARY),package-i386)
+
+.PHONY: package-i386
+package-i386:
+	@cmake --preset macos-i386 $(if $(I386_HEADERS),-DCMAKE_OSX_SYSROOT="$(I386_HEADERS)") >/dev/null || \
+	    { echo "make package I386_HEADERS=FOLDER takes the headers for the 32-bit half from there;" \
+	          "make package FAMILIES=x86_64 leaves that half out."; exit 2; }
+	@cmake --build --preset macos-i386 -j $(JOBS) --target Vek
+endif
 package: setup
-	@cmake --preset $(PACKAGE) >/dev/null
+	@cmake --preset $(PACKAGE) -DVEK_I386_LIBRARY="$(I386_LIBRARY)" >/dev/null
 	@cmake --build --preset $(PACKAGE) -j $(JOBS)
 	@umask 022 && cd build && cpack --config $(PACKAGE)/CPackConfig.cmake | grep generated
 

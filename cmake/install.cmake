@@ -4,21 +4,35 @@
 include(CMakePackageConfigHelpers)
 
 # Installing and packaging take what is built, and build nothing. Everybody can read the files that are
-# installed, whoever may read the sources; folders on the way are made with the mask of who installs.
+# installed, whoever may read the sources, and whatever the mask of who installs.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 set(readable OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 set(executable ${readable} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Vek)
+set(docs_folder ${CMAKE_INSTALL_DATAROOTDIR}/doc/vek)
+
+# Folders on the way to a file are made with the mask. Those that are not there yet are noted before
+# anything is installed, and opened at the end; a folder that was there keeps what its owner gave it.
+install(CODE "
+    set(vek_made)
+    foreach(folder ${CMAKE_INSTALL_BINDIR} ${CMAKE_INSTALL_INCLUDEDIR} ${package_folder}
+            ${CMAKE_INSTALL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_DATADIR}/vek/python ${docs_folder})
+        set(folder \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/\${folder}\")
+        while(NOT IS_DIRECTORY \${folder})
+            list(APPEND vek_made \${folder})
+            get_filename_component(folder \${folder} DIRECTORY)
+        endwhile()
+    endforeach()")
 install(TARGETS Vek EXPORT VekTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES exports/vek.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT VekTargets NAMESPACE Vek:: FILE VekConfig.cmake DESTINATION ${package_folder})
 # A library for both word sizes serves projects of either.
-list(LENGTH CMAKE_OSX_ARCHITECTURES families)
+list(LENGTH vek_families families)
 set(for_both)
-if(families GREATER 1)
+if(families GREATER 1 OR VEK_I386_LIBRARY)
     set(for_both ARCH_INDEPENDENT)
 endif()
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/VekConfigVersion.cmake
@@ -40,8 +54,14 @@ if(TARGET vek)
         PATTERN __pycache__ EXCLUDE)
     install(PROGRAMS scripts/private-view DESTINATION ${CMAKE_INSTALL_DATADIR}/vek)
 endif()
-install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/vek)
-install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/vek RENAME copyright)
+install(FILES README.md CHANGELOG.md DESTINATION ${docs_folder})
+install(FILES LICENSE DESTINATION ${docs_folder} RENAME copyright)
+install(CODE "
+    foreach(folder \${vek_made})
+        if(IS_DIRECTORY \${folder})
+            file(CHMOD \${folder} PERMISSIONS ${executable})
+        endif()
+    endforeach()")
 
 set(CPACK_PACKAGE_NAME vek)
 set(CPACK_PACKAGE_VENDOR "Vek")

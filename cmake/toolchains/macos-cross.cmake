@@ -42,7 +42,7 @@ execute_process(COMMAND clang -print-resource-dir OUTPUT_VARIABLE resources
     OUTPUT_STRIP_TRAILING_WHITESPACE)
 get_filename_component(llvm ${resources}/../../.. ABSOLUTE)
 foreach(tool AR:llvm-ar RANLIB:llvm-ranlib INSTALL_NAME_TOOL:llvm-install-name-tool NM:llvm-nm
-        OTOOL:llvm-otool STRIP:llvm-strip)
+        LIPO:llvm-lipo OTOOL:llvm-otool STRIP:llvm-strip)
     string(REPLACE ":" ";" tool ${tool})
     list(GET tool 0 variable)
     list(GET tool 1 program)

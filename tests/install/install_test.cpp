@@ -119,11 +119,20 @@ TEST_F(Install, AnInstalledToolRunsTheInstalledDemo) {
     expectDemoRuns(moved(), m_folder / "out");
 }
 
+TEST_F(Install, LeavesAFolderThatIsThereAsItsOwnerKeepsIt) {
+    const std::string closed = m_folder / "closed";
+    ASSERT_EQ(mkdir(closed.c_str(), 0700), 0);
+    ASSERT_EQ(mkdir((closed + "/share").c_str(), 0750), 0);
+    run(VEK_CMAKE " --install " + shellWord(VEK_BUILD_DIR) + " --prefix " + closed);
+    EXPECT_EQ(run("stat -c %a " + closed + " " + closed + "/share " + closed + "/share/vek"),
+              "700\n750\n755\n");
+}
+
 TEST_F(Install, EverybodyCanReadTheFilesWhateverTheMask) {
     const std::string prefix = m_folder / "masked";
     run("umask 077; " VEK_CMAKE " --install " + shellWord(VEK_BUILD_DIR) + " --prefix " + prefix);
     EXPECT_EQ(run("find " + prefix + " -type f ! -perm -444"), "");
-    EXPECT_EQ(run("find " + prefix + "/share/vek/apps -type d ! -perm -555"), "");
+    EXPECT_EQ(run("find " + prefix + " -type d ! -perm -555"), "");
     const std::string programs =
         run("cd " + prefix + " && find . -type f -perm -555 ! -name '*.so' | sort");
     for (const char* program :

@@ -84,10 +84,10 @@ bool isOfCppLibrary(const std::string& symbol) {
     return std::regex_match(symbol, shapes);
 }
 
-// The 64-bit library, linked to the C library alone.
-std::string portableLibrary() {
+// The 64-bit library, linked to the C library alone; in the same file the 32-bit one of that path.
+std::string portableLibrary(const std::string& half = "") {
     const std::string folder = VEK_BUILD_DIR "/macos-x86_64";
-    run(configure(folder, portable("x86_64")));
+    run(configure(folder, portable("x86_64") + " -DVEK_I386_LIBRARY=" + half));
     build(folder, "Vek");
     return folder + "/libVek.dylib";
 }
@@ -139,6 +139,20 @@ TEST_F(MacBuild, NeedsThePlatformsSideOfTheSeamAndTheStandardLibrariesAlone) {
         if (!isOfCppLibrary(symbol)) others.push_back(symbol);
     }
     EXPECT_EQ(others, std::vector<std::string>{"__ZN10BXPlatform6nativeEv"});
+}
+
+// Nothing here links the 32-bit half, so that one of its objects stands for it.
+TEST_F(MacBuild, PutsAHalfThatWasBuiltApartIntoTheSameFile) {
+    const TempFolder folder;
+    writeFile(folder / "half.c", "int half(void) { return 32; }\n");
+    run("clang -target i386-apple-macos10.9 -c " + (folder / "half.c") + " -o " +
+        (folder / "half.dylib"));
+    const std::string families = "x86_64 i386 \n";
+    EXPECT_EQ(ask("llvm-lipo -archs", portableLibrary(folder / "half.dylib")), families);
+    EXPECT_EQ(ask("llvm-lipo -archs", portableLibrary(folder / "half.dylib")), families);
+    run("touch " + (folder / "half.dylib"));
+    EXPECT_EQ(ask("llvm-lipo -archs", portableLibrary(folder / "half.dylib")), families);
+    EXPECT_EQ(ask("llvm-lipo -archs", portableLibrary()), "x86_64 \n");
 }
 
 TEST_F(MacBuild, RefusesWhatTheOldestMacDoesNotHave) {
