@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -148,13 +149,6 @@ std::vector<Plant> plantsOfTheHub() {
              writeFile(Tree::hub("Vek_ProjectPath.txt"), "VekProjects/Default");
              return Found{"relative-path VekHub/Vek_ProjectPath.txt:1"};
          }},
-        {"a project folder that only root may write", kNothing,
-         [] {
-             makeFolders(root("VekProjects/mine"));
-             setMode(root("VekProjects/mine"), 0755);
-             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/mine"));
-             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
-         }},
         {"a project folder that its owner may not write", kNothing,
          [] {
              makeFolders(root("VekProjects/mine"));
@@ -167,21 +161,6 @@ std::vector<Plant> plantsOfTheHub() {
              makeFolders(root("VekProjects/closed/mine"));
              setMode(root("VekProjects/closed"), 0);
              writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/closed/mine"));
-             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
-         }},
-        {"an open project folder in one that root keeps closed", kNothing,
-         [] {
-             makeShared(root("VekProjects/closed/mine"));
-             setMode(root("VekProjects/closed"), 0700);
-             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/closed/mine"));
-             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
-         }},
-        {"an open project folder behind a link into a closed one", kNothing,
-         [] {
-             makeShared(root("VekProjects/closed/mine"));
-             setMode(root("VekProjects/closed"), 0700);
-             fs::create_symlink("closed/mine", root("VekProjects/link"));
-             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/link"));
              return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
          }},
         {"applications behind a link into a closed folder", kNothing,
@@ -286,6 +265,8 @@ std::vector<Plant> plantsOfConfigurations() {
         fileOf("HalfPrefixed", config, "PATH = \"Macintosh HD:bin/sh\"\n", "relative-path:1",
                kNothing),
         fileOf("Moved", config, "PATH = \"/Applications/Moved.app\"\n", "application-moved:1"),
+        fileOf("Relative", "Vek_InstallList.txt", "/\nApplications/Paint.app\n", "relative-path:2",
+               kNothing),
         fileOf("Elsewhere", "Vek_InstallList.txt", "/\n \n /no/such/place\n",
                "installed-place-missing:3"),
         fileOf("Failed", "Vek_InstallLog.txt", "No room.\n", "install-failed"),
@@ -297,13 +278,42 @@ std::vector<Plant> plantsOfConfigurations() {
     };
 }
 
+// Another user's folders are that user's to open.
+std::vector<Plant> plantsOfRoot() {
+    if (geteuid() != 0) return {};
+    return {
+        {"a project folder that only root may write", kNothing,
+         [] {
+             makeFolders(root("VekProjects/mine"));
+             setMode(root("VekProjects/mine"), 0755);
+             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/mine"));
+             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
+         }},
+        {"an open project folder in one that root keeps closed", kNothing,
+         [] {
+             makeShared(root("VekProjects/closed/mine"));
+             setMode(root("VekProjects/closed"), 0700);
+             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/closed/mine"));
+             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
+         }},
+        {"an open project folder behind a link into a closed one", kNothing,
+         [] {
+             makeShared(root("VekProjects/closed/mine"));
+             setMode(root("VekProjects/closed"), 0700);
+             fs::create_symlink("closed/mine", root("VekProjects/link"));
+             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/link"));
+             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
+         }},
+    };
+}
+
 }  // namespace
 
 const std::vector<Plant>& plants() {
     static const std::vector<Plant> all = [] {
         std::vector<Plant> gathered;
         for (const auto& some : {plantsOfFolders(), plantsOfFiles(), plantsOfTheHub(),
-                                 plantsOfConfigurations(), plantsOfApplications(),
+                                 plantsOfConfigurations(), plantsOfRoot(), plantsOfApplications(),
                                  plantsOfDescriptors(), plantsOfCommands(), plantsOfSwitches()}) {
             gathered.insert(gathered.end(), some.begin(), some.end());
         }

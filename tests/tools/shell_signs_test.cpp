@@ -71,6 +71,14 @@ TEST_F(ShellSigns, ArePatternsWhereTheyFitAnotherFile) {
     EXPECT_EQ(signsThatBreak(set, ShellForm::Quoted), "");
 }
 
+TEST(ShellSignsOfLists, AreTheBracesThatSomeShellsTakeApart) {
+    EXPECT_EQ(signsThatBreak("/x/{a,b}", ShellForm::Bare), "{}");
+    EXPECT_EQ(signsThatBreak("/x/{1..3}", ShellForm::Bare), "{}");
+    EXPECT_EQ(signsThatBreak("/x/{a}b", ShellForm::Bare), "");
+    EXPECT_EQ(signsThatBreak("/x/}a,b{", ShellForm::Bare), "");
+    EXPECT_EQ(signsThatBreak("/x/{a,b}.sh", ShellForm::Quoted), "");
+}
+
 TEST(ShellSignsOfAdministrators, AreThoseOfAllItsQuotes) {
     EXPECT_EQ(signsThatBreak("/a b&c;(d)/it's", ShellForm::Administrator), "'");
     EXPECT_EQ(signsThatBreak("/a\\b/$c/`d`/\"e", ShellForm::Administrator), "\\$`\"");

@@ -40,6 +40,15 @@ TEST(TreeCheck, FindsNothingInATreeThatIsUsedAsItShouldBe) {
     makeFolders(Tree::app("My App", "Helper.app/Contents/MacOS"));
     writeFile(Tree::app("My App", "Helper.app/Contents/MacOS/applet"), "#!/bin/sh\n");
     ASSERT_EQ(chmod(Tree::app("My App", "Helper.app/Contents/MacOS/applet").c_str(), 0755), 0);
+    for (const char* own : {"Helper.app/Contents/.DS_Store", "Helper.app/__pycache__/a.pyc"}) {
+        const std::string path = Tree::app("My App", own);
+        makeFolders(path.substr(0, path.rfind('/')));
+        writeFile(path, "");
+        ASSERT_EQ(chmod(path.c_str(), 0600), 0);
+    }
+    ASSERT_EQ(chmod(Tree::app("My App", "Helper.app/__pycache__").c_str(), 0700), 0);
+    writeFile(Tree::app("My App", "Vek_InstallList.txt"), "/usr\nMacintosh HD:/usr\n");
+    ASSERT_EQ(chmod(Tree::app("My App", "Vek_InstallList.txt").c_str(), 0666), 0);
     writeFile(Tree::app("My App", "Vek_InstallLog.txt"), "");
     makeFolders(Tree::root() + "/VekApps/.git");
     writeFile(Tree::root() + "/VekApps/notes.txt", "mine");

@@ -150,6 +150,7 @@ TEST(TreeCheck, NamesTheClosedFolderOnTheWayToTheProject) {
 }
 
 TEST(TreeCheck, NeverSaysToOpenAFolderOfTheSystem) {
+    if (geteuid() != 0) GTEST_SKIP() << "in a user's private view nothing is root's";
     const TreeToCheck tree;
     for (const char* folder : {"/", "/proc", "/usr/bin", "/etc/"}) {
         writeFile(Tree::hub("Vek_ProjectPath.txt"), folder);
@@ -185,6 +186,61 @@ TEST(TreeCheck, TellsALinkToAClosedPlaceFromABrokenOne) {
         ASSERT_EQ(chmod((outside / "closed").c_str(), 0755), 0);
         EXPECT_STREQ(only(checkTree()).kind->code, "broken-link") << linked;
         fs::remove(link);
+    }
+}
+
+TEST(TreeCheck, FindsAClosedFolderBehindTheLinkOfABundle) {
+    const TreeToCheck tree;
+    addGoodApp("App");
+    const std::string closed = Tree::root() + "/VekProjects/closed";
+    makeFolders(closed + "/Helper.app/Contents/MacOS");
+    writeFile(closed + "/Helper.app/Contents/MacOS/Helper", "#!/bin/sh\n");
+    ASSERT_EQ(chmod((closed + "/Helper.app/Contents/MacOS/Helper").c_str(), 0755), 0);
+    fs::create_symlink(closed + "/Helper.app", Tree::app("App", "Helper.app"));
+    EXPECT_EQ(codesOf(checkTree()), Found());
+    ASSERT_EQ(chmod(closed.c_str(), 0700), 0);
+    EXPECT_EQ(only(checkTree()).what,
+              "A link leads to it through " + closed + ", which is closed to some users.");
+    EXPECT_EQ(only(checkTree()).advice, "Put the whole bundle itself there.");
+}
+
+TEST(TreeCheck, FindsAClosedFolderOnTheWayToTheTree) {
+    if (std::string(getenv("VEK_VIEW")) != "private") GTEST_SKIP() << "the tree is shared here";
+    const TreeToCheck tree;
+    const std::string parent = Tree::root().substr(0, Tree::root().rfind('/'));
+    ASSERT_EQ(chmod(parent.c_str(), 0700), 0);
+    EXPECT_EQ(only(checkTree()).path, parent);
+    EXPECT_EQ(only(checkTree()).advice,
+              "As its owner or an administrator, run: chmod a+x " + parent);
+    ASSERT_EQ(chmod(parent.c_str(), 0755), 0);
+
+    const std::string closed = "/Users/closed";
+    makeFolders(closed);
+    fs::rename(parent, closed + "/Shared");
+    fs::create_symlink(closed + "/Shared", parent);
+    EXPECT_EQ(codesOf(checkTree()), Found());
+    ASSERT_EQ(chmod(closed.c_str(), 0700), 0);
+    EXPECT_EQ(only(checkTree()).path, closed);
+    EXPECT_EQ(only(checkTree()).what,
+              "Its mode is 0700, so not every user gets through to the tree.");
+    fs::remove(parent);
+    fs::rename(closed + "/Shared", parent);
+    fs::remove(closed);
+}
+
+TEST(TreeCheck, SaysWhatToWriteForACommandWithABlankBehindItsName) {
+    const TreeToCheck tree;
+    addGoodApp("App");
+    const std::string descriptor = Tree::app("App", "Vek_Info.txt");
+    const std::string text = readFile(descriptor);
+    const std::string head = text.substr(0, text.find("EDIT_COMMAND"));
+    for (const auto& [line, advice] : std::map<std::string, std::string>{
+             {"\"edit.sh \"", "Write EDIT_COMMAND \"edit.sh\"."},
+             {"\"edit.sh -v\"",
+              "Write EDIT_COMMAND \"edit.sh\"argument\"\", with no blank in front of the "
+              "argument's quote."}}) {
+        writeFile(descriptor, head + "EDIT_COMMAND " + line + "\n");
+        EXPECT_EQ(only(checkTree()).advice, advice) << line;
     }
 }
 

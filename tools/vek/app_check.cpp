@@ -60,7 +60,8 @@ void checkInstallations(Findings& findings, const std::string& id) {
     std::string text;
     if (readText(findings, list, kSharedFileMode, kLargestList, text)) {
         for (const TextLine& line : linesOf(text)) {
-            if (line.text[0] != '/' || isThere(line.text)) continue;
+            if (!checkAbsolute(findings, line.text, list, line.number, "The place")) continue;
+            if (isThere(withoutVolume(line.text))) continue;
             findings.add(
                 "installed-place-missing", list, line.number,
                 fmt::format("It was installed to a place that is not there: {}", line.text),

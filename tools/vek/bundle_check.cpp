@@ -1,4 +1,7 @@
+#include <fmt/format.h>
+
 #include "foundation/bx_string.h"
+#include "tools/vek/real_way.h"
 #include "tools/vek/tree_checks.h"
 #include "tools/vek/tree_look.h"
 
@@ -7,6 +10,14 @@ namespace {
 using Kind = TreeLook::Kind;
 
 constexpr mode_t kRunnable = 0555;
+
+constexpr char kAdvice[] = "Put the whole bundle itself there.";
+
+// The closed folder through which the bundle's own link leads; root gets through it all the same.
+std::string closedByItsLink(const std::string& bundle, const std::string& folder) {
+    const bool isItsOwn = isLink(bundle) && closedBehindLinks(folder).empty();
+    return isItsOwn ? closedBehindLinks(bundle) : "";
+}
 
 }  // namespace
 
@@ -33,8 +44,13 @@ void checkBundles(Findings& findings, const std::string& folder) {
             findings.add("broken-link", bundle, 0, "This link leads nowhere.",
                          "Make what it leads to, or put a bundle into its place.");
         } else if (kind == Kind::Hidden) {
-            findings.add("broken-bundle", bundle, 0, kHiddenLink,
-                         "Put the whole bundle itself there.");
+            findings.add("broken-bundle", bundle, 0, kHiddenLink, kAdvice);
+        } else if (const std::string closed = closedByItsLink(bundle, folder); !closed.empty()) {
+            findings.add(
+                "broken-bundle", bundle, 0,
+                fmt::format("A link leads to it through {}, which is closed to some users.",
+                            closed),
+                kAdvice);
         } else {
             checkBundle(findings, bundle);
             checkReach(findings, bundle);

@@ -45,15 +45,26 @@ public:
         need("INIT_COMMAND", "command-missing",
              "INIT_COMMAND is missing: the bridge cannot be installed into the application.",
              "Add a line INIT_COMMAND with the file to run.");
-        const std::string extension = m_descriptor.text("EXTENSION");
-        if (!extension.empty() && extension[0] != '.') {
-            find("extension-without-dot", m_descriptor.lineOf("EXTENSION"),
+        checkExtension(m_descriptor.text("EXTENSION"));
+    }
+
+private:
+    void checkExtension(const std::string& extension) {
+        if (extension.empty()) return;
+        const int line = m_descriptor.lineOf("EXTENSION");
+        if (extension.back() == '.' || extension.find_first_of(" \t/:") != extension.npos) {
+            find("odd-extension", line,
+                 fmt::format("\"{}\" is put behind the names of files, and no program takes such "
+                             "files for its own.",
+                             extension),
+                 "Write a dot and the letters behind it, for example EXTENSION \".vek\".");
+        } else if (extension[0] != '.') {
+            find("extension-without-dot", line,
                  fmt::format("\"{}\" is put behind the names of files as it is.", extension),
                  fmt::format("Write EXTENSION \".{}\".", extension));
         }
     }
 
-private:
     void find(const char* code, int line, const std::string& what, const std::string& advice) {
         m_findings.add(code, m_path, line, what, advice);
     }

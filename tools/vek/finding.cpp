@@ -44,6 +44,7 @@ const std::vector<FindingKind>& findingKinds() {
         {"file-too-large", kError, "A text file is larger than what the bridge or a user expects."},
         {"not-text", kError, "A text file holds something else than text."},
         {"byte-order-mark", kError, "A text file begins with a mark that hides its first line."},
+        {"runs-as-owner", kWarning, "A program of an application runs with its owner's rights."},
         {"left-over-file", kWarning, "A copy that was interrupted lies about."},
         {"broken-bundle", kError, "An application bundle holds no program that can be run."},
         // The hub.
@@ -84,6 +85,7 @@ const std::vector<FindingKind>& findingKinds() {
         {"name-missing", kWarning, "A descriptor has no NAME."},
         {"extension-missing", kError, "A descriptor has no EXTENSION."},
         {"extension-without-dot", kError, "The EXTENSION does not begin with a dot."},
+        {"odd-extension", kError, "The EXTENSION is none that files have."},
         {"unknown-version", kWarning, "VEK_VERSION is not 1."},
         {"command-missing", kError, "A descriptor lacks a command."},
         // The commands of descriptors.

@@ -126,10 +126,13 @@ public:
 
 private:
     void findBlank(const std::string& what, const std::string& file) {
+        const std::string command = m_descriptor.text(m_key);
+        const bool hasArgument = withoutBlanksBehind(command) != file;
         m_findings.add("blank-in-command", m_path, m_descriptor.lineOf(m_key), what,
-                       fmt::format("Write {} \"{}\"argument\"\", with no blank in front of the "
-                                   "argument's quote.",
-                                   m_key, file));
+                       hasArgument ? fmt::format("Write {} \"{}\"argument\"\", with no blank in "
+                                                 "front of the argument's quote.",
+                                                 m_key, file)
+                                   : fmt::format("Write {} \"{}\".", m_key, file));
     }
 
     void findMissing(const std::string& name, const std::string& command) {

@@ -22,8 +22,11 @@ public:
         const mode_t mode = status.st_mode & kModeBits;
         if (S_ISDIR(status.st_mode)) {
             if (checkOpen(m_findings, path)) checkFolder(path, mode);
-        } else if (S_ISREG(status.st_mode) && (mode & kReadable) != kReadable) {
-            find("file-not-shared", path, mode, "can read it", "a+r");
+        } else if (S_ISREG(status.st_mode)) {
+            if (mode & (S_ISUID | S_ISGID)) findRights(path, mode);
+            if ((mode & kReadable) != kReadable) {
+                find("file-not-shared", path, mode, "can read it", "a+r");
+            }
         }
     }
 
@@ -32,7 +35,21 @@ private:
         if ((mode & kPassable) != kPassable) {
             find("folder-not-shared", path, mode, "gets to what is in it", "a+rx");
         }
-        for (const std::string& name : namesIn(path)) check(path + "/" + name);
+        for (const std::string& name : namesIn(path)) {
+            if (!isOnesOwn(name)) check(path + "/" + name);
+        }
+    }
+
+    // What a file manager and Python leave behind for one user, and nobody else looks for.
+    static bool isOnesOwn(const std::string& name) {
+        return name[0] == '.' || name == "__pycache__";
+    }
+
+    void findRights(const std::string& path, mode_t mode) {
+        m_findings.add("runs-as-owner", path, 0,
+                       fmt::format("Its mode is {}: whoever starts it has its owner's rights.",
+                                   modeText(mode)),
+                       fmt::format("Run: chmod ug-s {}", shellWord(path)));
     }
 
     void find(const char* code, const std::string& path, mode_t mode, const char* what,

@@ -34,14 +34,26 @@ bool isPatternOfOthers(const std::string& path) {
     return isOther;
 }
 
+// Bash makes several words of a pair of braces with a comma or two dots in it; other shells do not.
+bool isBraceList(const std::string& path) {
+    const std::size_t open = path.find('{');
+    const std::size_t close = path.rfind('}');
+    if (open == path.npos || close == path.npos || close < open) return false;
+    const std::string inside = path.substr(open, close - open);
+    return inside.find(',') != inside.npos || inside.find("..") != inside.npos;
+}
+
 }  // namespace
 
 std::string signsThatBreak(const std::string& path, ShellForm form) {
     const bool isPattern = form == ShellForm::Bare && isPatternOfOthers(path);
+    const bool isList = form == ShellForm::Bare && isBraceList(path);
     std::string signs;
     for (std::size_t i = 0; i < path.size(); ++i) {
         const char next = i + 1 < path.size() ? path[i + 1] : '\0';
-        const bool isFound = breaks(path[i], next, form) || (isPattern && isOneOf("*?[", path[i]));
+        const bool isFound = breaks(path[i], next, form) ||
+                             (isPattern && isOneOf("*?[", path[i])) ||
+                             (isList && isOneOf("{}", path[i]));
         if (isFound && signs.find(path[i]) == signs.npos) signs += path[i];
     }
     return signs;

@@ -7,6 +7,7 @@
 
 #include "bridge/bx_vek.h"
 #include "tools/vek/near_words.h"
+#include "tools/vek/real_way.h"
 #include "tools/vek/shared_tree.h"
 #include "tools/vek/tree_checks.h"
 #include "tools/vek/tree_look.h"
@@ -35,17 +36,22 @@ bool checkRoot(Findings& findings, const std::string& root) {
     return checkFolder(findings, root);
 }
 
-// Every user has to get through the folders that lead to the tree.
+// Every user has to get through the folders that lead to the tree. Only those of its own path are
+// there for it: what a link leads through is somebody else's matter.
 void checkWayTo(Findings& findings, const std::string& root) {
     constexpr mode_t kPassable = 0111;
-    for (std::size_t end = root.rfind('/'); end > 0; end = root.rfind('/', end - 1)) {
-        const std::string folder = root.substr(0, end);
+    for (const std::string& folder : foldersOnTheWayTo(root)) {
         const TreeLook look = lookAt(folder);
         if (look.kind != Kind::Folder || (look.mode & kPassable) == kPassable) continue;
-        findings.add("folder-not-shared", folder, 0,
-                     fmt::format("Its mode is {}, so not every user gets through to the tree.",
-                                 modeText(look.mode)),
-                     fmt::format("Run: chmod a+x {}", folder));
+        const bool isOfThePath = root.rfind(folder + "/", 0) == 0;
+        findings.add(
+            "folder-not-shared", folder, 0,
+            fmt::format("Its mode is {}, so not every user gets through to the tree.",
+                        modeText(look.mode)),
+            isOfThePath || mayBeOpened(folder)
+                ? fmt::format("As its owner or an administrator, run: chmod a+x {}",
+                              shellWord(folder))
+                : fmt::format("Have the links of {} lead to where every user gets.", root));
     }
 }
 
