@@ -20,7 +20,7 @@ help:
 	@echo "make format    formats the sources"
 	@echo "make clean     removes build/"
 
-# What a target needs beside the packages of all is named at once, for who has to ask for it.
+# What a target needs beside packages.txt is named at once, for who has to ask for it.
 setup:
 	@scripts/install-packages packages.txt $(PACKAGES)
 
@@ -30,10 +30,10 @@ macos-headers: setup
 	    echo "The tests that build for the Mac will be skipped."
 
 build: setup
-	@cmake --preset release >/dev/null
-	@cmake --build --preset release -j $(JOBS) --target Vek vek vek-validate vek_example
+	@cmake --preset release -DVEK_TESTS=OFF >/dev/null
+	@cmake --build --preset release -j $(JOBS)
 
-test: PACKAGES = $(if $(shell command -v npm),,packages-npm.txt)
+test: PACKAGES = packages-test.txt $(if $(shell command -v npm),,packages-npm.txt)
 test: setup macos-headers
 	@for preset in $(PRESETS); do \
 	    echo "== $$preset"; \
@@ -61,7 +61,7 @@ bench: setup
 	@cmake --build --preset bench -j $(JOBS)
 	@scripts/private-view bench/run build/bench
 
-coverage: PACKAGES = packages-coverage.txt
+coverage: PACKAGES = packages-test.txt packages-coverage.txt
 coverage: setup
 	@cmake --preset coverage >/dev/null
 	@cmake --build --preset coverage -j $(JOBS)
@@ -69,7 +69,7 @@ coverage: setup
 	@ctest --preset coverage -j $(JOBS)
 	@scripts/coverage-table build/coverage --missing
 
-memcheck: PACKAGES = packages-memcheck.txt
+memcheck: PACKAGES = packages-test.txt packages-memcheck.txt
 memcheck: setup
 	@cmake --preset dev >/dev/null
 	@cmake --build --preset dev -j $(JOBS)
