@@ -26,10 +26,10 @@ public:
     ObjectListFiller() = default;
     ObjectListFiller(const ObjectListFiller&) = delete;
     ObjectListFiller& operator=(const ObjectListFiller&) = delete;
-    ~ObjectListFiller() { s_objectList.resize(m_count); }
+    ~ObjectListFiller() { s_objectList.resize(m_kept); }
 
-    // What was added is none.
-    void forget() { m_count = 0; }
+    // Without this nothing that was added stays, also where an exception ends the reading.
+    void keep() { m_kept = m_count; }
 
     // Adds an object for each line of [begin, end) that is not blank.
     void add(const char* begin, const char* end) {
@@ -53,6 +53,7 @@ private:
     }
 
     std::size_t m_count = 0;
+    std::size_t m_kept = 0;
 };
 
 // Hands the list file to the filler a piece at a time, in memory that is used again: a long list
@@ -71,7 +72,7 @@ void fillFrom(const BXFile& file, ObjectListFiller& objects) {
         objects.add(piece.data(), piece.data() + whole);
         if (came == 0) {
             // A list of which a part cannot be read would look like one from which it was taken.
-            if (!file.endsBy(offset)) objects.forget();
+            if (file.endsBy(offset)) objects.keep();
             return;
         }
         std::memmove(piece.data(), &piece[whole], size - whole);

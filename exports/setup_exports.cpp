@@ -90,16 +90,18 @@ BXVekApp readApp(const BXString& id) {
 }  // namespace
 
 VEK_DEFINE(InitializeVek) {
+    // Filled aside: a table of which a part is missing has no place, and the result is then 0.
+    s_vekApps.clear();
     return guarded(0.0f, [&] {
         recordHost(text);
         unlockHubHelpers();
-        const BXArray<BXString> ids = findApps();
-        s_vekApps.reinit(static_cast<int>(ids.size()));
-        for (std::size_t i = 0; i < ids.size(); ++i) {
-            s_vekApps[i] = readApp(ids[i]);
-            unlockAppHelpers(ids[i]);
+        BXArray<BXVekApp> apps;
+        for (const BXString& id : findApps()) {
+            apps.push_back(readApp(id));
+            unlockAppHelpers(id);
         }
-        return static_cast<float>(ids.size());
+        apps.swap(s_vekApps);
+        return static_cast<float>(s_vekApps.size());
     });
 }
 

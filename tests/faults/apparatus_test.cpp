@@ -132,6 +132,33 @@ TEST_F(JudgeTest, FindsEverythingElseWrong) {
     EXPECT_EQ(outcome(0.0f, ""), Outcome::Wrong) << "nothing left";
 }
 
+TEST_F(JudgeTest, WantsInMemoryWhatTheResultSays) {
+    const auto outcomeWith = [&](float result, const Memory& memory) {
+        Seen seen;
+        seen.result = result;
+        seen.state = m_untouched.state;
+        seen.memoryBefore = {{"Old"}, {"/old"}};
+        seen.memory = memory;
+        return Judge(m_scenario, m_untouched, m_success).outcomeOf(seen, {0, 0, 0, 0});
+    };
+    m_success.state = m_untouched.state;
+    m_scenario.name = "InitializeVek";
+    m_success.result = 2.0f;
+    m_success.memory = {{"A", "B"}, {"/old"}};
+    EXPECT_EQ(outcomeWith(2.0f, {{"A", "B"}, {"/old"}}), Outcome::Whole);
+    EXPECT_EQ(outcomeWith(0.0f, {{}, {"/old"}}), Outcome::Nothing);
+    EXPECT_EQ(outcomeWith(0.0f, {{"A", "B"}, {"/old"}}), Outcome::Wrong);
+    EXPECT_EQ(outcomeWith(2.0f, {{"A", ""}, {"/old"}}), Outcome::Wrong);
+    m_scenario.name = "ReadVekObjectList";
+    m_success.result = 1.0f;
+    m_success.memory = {{"Old"}, {"/new"}};
+    EXPECT_EQ(outcomeWith(1.0f, {{"Old"}, {"/new"}}), Outcome::Whole);
+    EXPECT_EQ(outcomeWith(0.0f, {{"Old"}, {}}), Outcome::Nothing);
+    EXPECT_EQ(outcomeWith(0.0f, {{"Old"}, {"/old"}}), Outcome::Wrong);
+    EXPECT_EQ(outcomeWith(1.0f, {{"Old"}, {"/ne"}}), Outcome::Wrong);
+    EXPECT_EQ(outcomeWith(1.0f, {{}, {"/new"}}), Outcome::Wrong);
+}
+
 TEST_F(JudgeTest, AllowsPartsOnlyOfWholeLines) {
     m_scenario.allowed = Scenario::Parts;
     m_success.state["/other"] = "y";

@@ -73,7 +73,9 @@ protected:
             countAllocations(false);
             if (scenario.before) scenario.before(library, m_stage);
             seen.stateBefore = m_stage.state();
+            seen.memoryBefore = memoryOf(library);
             call(library, seen, arm);
+            seen.memory = memoryOf(library);
             countAllocations(true);
         }
         countAllocations(false);
@@ -106,6 +108,23 @@ protected:
         armed->stop();
         seen.came = armed->came();
         m_points = armed->points();
+    }
+
+    // The texts that an export gives for the indexes from 0 up, to the first that is outside.
+    static std::vector<std::string> textsOf(const LoadedLibrary& library, const char* name) {
+        const auto function = reinterpret_cast<VekExport>(library.symbol(name));
+        const std::string untouched(std::size_t{16} * 1024, '\x5A');
+        std::vector<std::string> texts;
+        for (std::string block = untouched;; block = untouched) {
+            const auto index = static_cast<double>(texts.size());
+            function(nullptr, index, block.data(), 0, nullptr, 0, nullptr);
+            if (block == untouched) return texts;
+            texts.emplace_back(block.c_str());
+        }
+    }
+
+    static Memory memoryOf(const LoadedLibrary& library) {
+        return {textsOf(library, "GetVekAppId"), textsOf(library, "GetVekObjectPath")};
     }
 
     static std::string blockWith(const std::string& bytes) {

@@ -61,6 +61,12 @@ bool isBetween(const std::string& now, const std::string& before, const std::str
     return holds(either, lines) && holds(lines, both) && endsWhole;
 }
 
+bool areSomeOf(const std::vector<std::string>& some, const std::vector<std::string>& all) {
+    return std::all_of(some.begin(), some.end(), [&](const std::string& one) {
+        return std::find(all.begin(), all.end(), one) != all.end();
+    });
+}
+
 std::string withoutLineFeeds(const std::string& text) {
     return text.substr(0, text.find_last_not_of('\n') + 1);
 }
@@ -210,7 +216,32 @@ bool Judge::isTorn(const std::string& path, const std::string& now) const {
     return isTextMeeting(now, before, halfway) || isTextMeeting(now, halfway, after);
 }
 
+// Each list in memory is as it was, as after success, or empty; of the applications those may lack
+// whose files could not be looked at. And the number of each is told truly.
+bool Judge::memoryIsRight(const Seen& seen) const {
+    const auto isNumberOf = [&](const std::vector<std::string>& list) {
+        return seen.result == static_cast<float>(list.size());
+    };
+    const auto isRight = [&](std::vector<std::string> Memory::*list) {
+        const auto& now = seen.memory.*list;
+        return now == seen.memoryBefore.*list || now == m_success.memory.*list ||
+               (now.empty() && isFailure(seen.result));
+    };
+    const Memory& memory = seen.memory;
+    if (m_scenario.name == "InitializeVek") {
+        return isNumberOf(memory.applications) &&
+               areSomeOf(memory.applications, m_success.memory.applications);
+    }
+    const bool isRead = m_scenario.name == "ReadVekObjectList";
+    return isRight(&Memory::applications) && isRight(&Memory::objects) &&
+           (!isRead || isNumberOf(memory.objects));
+}
+
 Outcome Judge::outcomeOf(const Seen& seen, const FaultPoint& point) const {
+    return memoryIsRight(seen) ? outcomeOfFiles(seen, point) : Outcome::Wrong;
+}
+
+Outcome Judge::outcomeOfFiles(const Seen& seen, const FaultPoint& point) const {
     const bool succeeded = seen.result == m_success.result;
     if (succeeded && blocksAre(seen, m_success) && seen.state == m_success.state) {
         return Outcome::Whole;
@@ -246,6 +277,10 @@ std::string Judge::explain(const Seen& seen) const {
     std::ostringstream text;
     text << "result " << seen.result << " instead of " << m_success.result << "\n";
     if (!blocksAre(seen, m_untouched)) text << "the blocks were written to\n";
+    if (!memoryIsRight(seen)) {
+        text << "in memory are " << seen.memory.applications.size() << " applications and "
+             << seen.memory.objects.size() << " objects\n";
+    }
     for (const std::string& path : pathsIn(m_untouched.state, seen.state)) {
         const std::string before = fileIn(m_untouched.state, path);
         const std::string now = fileIn(seen.state, path);

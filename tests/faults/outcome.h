@@ -1,13 +1,22 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "tests/faults/fault_points.h"
 #include "tests/faults/scenarios.h"
+
+// What the library holds in memory, as its other exports tell it.
+struct Memory {
+    std::vector<std::string> applications, objects;
+};
 
 // What a caller and the files see of one call.
 struct Seen {
     float result = 0.0f;
     std::string block1, block2;
     Stage::State stateBefore, state;
+    Memory memoryBefore, memory;
     bool came = false;
 };
 
@@ -33,6 +42,8 @@ public:
     std::string explain(const Seen& seen) const;
 
 private:
+    Outcome outcomeOfFiles(const Seen& seen, const FaultPoint& point) const;
+    bool memoryIsRight(const Seen& seen) const;
     bool isFailure(float result) const;
     bool blocksAre(const Seen& seen, const Seen& expected) const;
     bool isAMessage(const Seen& seen) const;
