@@ -54,7 +54,9 @@ if(TARGET vek)
         PATTERN __pycache__ EXCLUDE)
     install(PROGRAMS scripts/private-view DESTINATION ${CMAKE_INSTALL_DATADIR}/vek)
 endif()
-install(FILES README.md CHANGELOG.md DESTINATION ${docs_folder})
+install(FILES README.md CHANGELOG.md SECURITY.md DESTINATION ${docs_folder})
+install(DIRECTORY docs DESTINATION ${docs_folder}
+    FILE_PERMISSIONS ${readable} DIRECTORY_PERMISSIONS ${executable})
 install(FILES LICENSE DESTINATION ${docs_folder} RENAME copyright)
 install(CODE "
     foreach(folder \${vek_made})

@@ -21,6 +21,9 @@ if(NOT VEK_MACOS_SDK)
         "headers and stubs: usr/include, usr/lib/libSystem.tbd and System/Library/Frameworks. Nothing "
         "is looked for by itself.")
 endif()
+if(NOT IS_ABSOLUTE ${VEK_MACOS_SDK})
+    message(FATAL_ERROR "VEK_MACOS_SDK is ${VEK_MACOS_SDK}. Write the whole path, from its first '/' on.")
+endif()
 foreach(needed usr/include/math.h usr/lib/libSystem.tbd)
     if(NOT EXISTS ${VEK_MACOS_SDK}/${needed})
         message(FATAL_ERROR "VEK_MACOS_SDK is ${VEK_MACOS_SDK}, and there is no ${needed} in it.")
@@ -80,7 +83,7 @@ foreach(below CoreServices/AE CoreServices/CarbonCore CoreServices/LaunchService
     get_filename_component(name ${below} NAME)
     set(stub ${frameworks}/${umbrella}.framework/Frameworks/${name}.framework/${name}.tbd)
     if(EXISTS ${stub})
-        string(APPEND CMAKE_SHARED_LINKER_FLAGS_INIT " -Wl,-needed_library,${stub}")
+        string(APPEND CMAKE_SHARED_LINKER_FLAGS_INIT " \"-Wl,-needed_library,${stub}\"")
     endif()
 endforeach()
 

@@ -65,9 +65,9 @@ TEST_F(Install, PutsFilesWherePeopleExpectThem) {
     for (const char* file :
          {"bin/vek", "include/vek.h", "lib/libVek.so", "lib/cmake/Vek/VekConfig.cmake",
           "lib/cmake/Vek/VekConfigVersion.cmake", "lib/pkgconfig/vek.pc", "share/doc/vek/README.md",
-          "share/doc/vek/copyright", "share/vek/demo/round_trip.lua", "share/vek/private-view",
-          "bin/vek-validate", "share/vek/python/vek_exchange/__init__.py",
-          "share/vek/apps/Example/Vek_Info.txt",
+          "share/doc/vek/copyright", "share/doc/vek/docs/checking-a-tree.md",
+          "share/vek/demo/round_trip.lua", "share/vek/private-view", "bin/vek-validate",
+          "share/vek/python/vek_exchange/__init__.py", "share/vek/apps/Example/Vek_Info.txt",
           "share/vek/apps/Example/Example.app/Contents/MacOS/Example"}) {
         EXPECT_EQ(files.count(file), 1u) << file;
     }

