@@ -65,6 +65,12 @@ def send_with_a_damaged_one(host):
     host.write(host.line("Egg 2"), host.bytes_of(host.line("Egg 2"))[:200])
 
 
+def send_names_that_are_not_utf_8(host):
+    host.send("Gr\udcfcn", file_bytes(*EGG))
+    host.tree.add_object(host.line("Gone\udcff"))
+    host.send("Plain", file_bytes(*EGG))
+
+
 def send_with_nonsense(host):
     vertices = EGG[0].copy()
     vertices[3, 1] = np.nan
@@ -173,15 +179,23 @@ CASES = {
     "stopped": (send_eggs(3), "stopped"),
     "edit mode": (send_eggs(1), "edit_mode"),
     "copies": (send_eggs(1), "copies"),
+    "lone copy": (send_eggs(1), "lone_copy"),
+    "copy in the scene": (send_eggs(1), "copy_in_the_scene"),
+    "separated": (send_eggs(1), "separated"),
     "added": (send_eggs(1), "added"),
     "undo": (send_eggs(10), "undone"),
     "read-only": (send_eggs(2), "read_only"),
+    "not UTF-8": (send_names_that_are_not_utf_8, "there_and_back"),
+    "odd project": (nothing, "odd_project"),
+    "in the way": (send_eggs(3), "in_the_way"),
+    "only instances": (send_eggs(2), "only_instances"),
     "read-only hub": (send_eggs(1), "read_only_hub"),
     "full disk": (project_on_a_small_disk, "elsewhere"),
     "command": (hand_back("touch '%(root)s/handed back'"), "there_and_back"),
     "failing command": (hand_back("exit 3"), "there_and_back"),
     "helper": (helper, "there_and_back"),
     "file menu": (unlisted_files, "file_menu"),
+    "odd paths": (unlisted_files, "odd_paths"),
     "nothing to send": (nothing, "only_send"),
     "camera": (nothing, "camera"),
 }

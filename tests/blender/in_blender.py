@@ -165,6 +165,68 @@ def copies(_case):
     return {"said": said + [send()]}
 
 
+def copy_of(obj, name=""):
+    copy = obj.copy()
+    copy.data = obj.data.copy()
+    copy.name = name or copy.name
+    bpy.context.collection.objects.link(copy)
+    return copy
+
+
+def lone_copy(case):
+    """The copy comes before its original by name, and goes alone; later another, and the original,
+    which has a new name."""
+    path = case["folder"] + "/Egg 0.vek"
+    said, lists = [receive()], []
+    first = bpy.context.view_layer.objects.active
+
+    def send_one(obj):
+        select(obj)
+        bpy.context.view_layer.update()
+        said.append(send())
+        lists.append([os.path.basename(line) for line in bridge.tree().object_list()])
+
+    given = open(path, "rb").read()
+    copy = copy_of(first, "A copy")
+    copy.location.x = 10
+    send_one(copy)
+    send_one(copy)
+    second = copy_of(first)
+    first.name = "Renamed"
+    second.location.x = 20
+    send_one(second)
+    is_untouched = open(path, "rb").read() == given
+    send_one(first)
+    return {"said": said, "lists": lists, "is untouched": is_untouched}
+
+
+def copy_in_the_scene(_case):
+    """The original is what comes again."""
+    said = [receive()]
+    first = bpy.context.view_layer.objects.active
+    for name in ("A copy", "Z copy"):
+        copy_of(first, name).data.transform(Matrix.Translation((0, 0, 50)))
+    first.data.transform(Matrix.Translation((0, 0, 90)))
+    said.append(receive())
+    return {"said": said, "scene": scene()}
+
+
+def separated(_case):
+    said = [receive()]
+    obj = bpy.context.view_layer.objects.active
+    for items in (obj.data.vertices, obj.data.edges, obj.data.polygons):
+        items.foreach_set("select", [False] * len(items))
+    obj.data.polygons[0].select = True
+    bpy.ops.object.mode_set(mode="EDIT")
+    bpy.ops.mesh.select_mode(type="FACE")
+    bpy.ops.mesh.separate(type="SELECTED")
+    bpy.ops.object.mode_set(mode="OBJECT")
+    pieces = [piece for piece in bpy.context.scene.objects if piece != obj]
+    select(*pieces)
+    said.append(send())
+    return {"said": said, "pieces": len(pieces)}
+
+
 def added(_case):
     said = [receive()]
     obj = new_object("Bär / 1.5 ", [(0, 0, 0), (1, 0, 0), (0, 1, 0)], [(0, 1, 2)])
@@ -191,6 +253,60 @@ def read_only(case):
     said.append(send())
     os.chmod(case["folder"], 0o755)
     return {"said": said + [send()], "scene": scene()}
+
+
+def in_the_way(case):
+    """A folder has the name of the second of three files."""
+    said = [receive()]
+    path = case["folder"] + "/Egg 1.vek"
+    os.remove(path)
+    os.mkdir(path)
+    said.append(send())
+    os.rmdir(path)
+    return {"said": said + [send()]}
+
+
+def only_instances(_case):
+    """One of two objects shows nothing but a cone on each of its points, and a collection stands in
+    the scene as an instance; then all but the instances are deselected."""
+    said = [receive()]
+    group = bpy.data.node_groups.new("Cones", "GeometryNodeTree")
+    group.inputs.new("NodeSocketGeometry", "Geometry")
+    group.outputs.new("NodeSocketGeometry", "Geometry")
+    first, last = group.nodes.new("NodeGroupInput"), group.nodes.new("NodeGroupOutput")
+    cone = group.nodes.new("GeometryNodeMeshCone")
+    on_points = group.nodes.new("GeometryNodeInstanceOnPoints")
+    group.links.new(first.outputs[0], on_points.inputs["Points"])
+    group.links.new(cone.outputs[0], on_points.inputs["Instance"])
+    group.links.new(on_points.outputs[0], last.inputs[0])
+    cones = bpy.data.objects["Egg 0"]
+    cones.modifiers.new("Cones", "NODES").node_group = group
+    crowd = bpy.data.objects.new("Crowd", None)
+    crowd.instance_type = "COLLECTION"
+    crowd.instance_collection = bpy.data.collections.new("Crowd")
+    bpy.context.collection.objects.link(crowd)
+    bpy.context.view_layer.update()
+    select(cones, bpy.data.objects["Egg 1"], crowd)
+    said.append(send())
+    select(cones, crowd)
+    said.append(send())
+    select(crowd)
+    return {"said": said + [send()]}
+
+
+def odd_project(case):
+    """The project folder's name is not UTF-8, and the panel shows it all the same."""
+    from vek_bridge import session
+    folder = case["root"] + "/Gr\udcfcn"
+    os.mkdir(folder)
+    bridge.tree().write_project_path(folder)
+    session._show_project()
+    shown = bpy.context.window_manager.vek_project
+    new_object("New", *grid(3))
+    select(bpy.data.objects["New"])
+    said = [send()]
+    os.remove(folder + "/New.vek")
+    return {"said": said + [receive()], "shown": shown}
 
 
 def read_only_hub(case):
@@ -227,6 +343,18 @@ def file_menu(case):
     said.append(send())
     said.append(message(bpy.ops.vek.import_files, filepath=case["folder"] + "/x.obj"))
     return {"said": said, "scene": shown}
+
+
+def odd_paths(case):
+    """Letter case and colons of a path stay as the user chose them."""
+    folder = case["out"] + "/a:b"
+    os.mkdir(folder)
+    os.rename(case["folder"] + "/A.vek", folder + "/x:y.Vek")
+    said = [message(bpy.ops.vek.import_files, filepath=folder + "/x:y.Vek")]
+    said.append(message(bpy.ops.vek.export_files, filepath=folder + "/One.VEK"))
+    select(new_object("C:1", *grid(3)), bpy.context.scene.objects[0])
+    said.append(message(bpy.ops.vek.export_files, filepath=folder + "/any.vek"))
+    return {"said": said, "files": sorted(os.listdir(folder)), "scene": scene()}
 
 
 def only_send(_case):

@@ -54,6 +54,43 @@ def test_a_read_only_folder(results):
     assert not [name for name in result.host.files() if name.endswith(".part")]
 
 
+def test_a_file_that_cannot_be_replaced_among_others(results):
+    result = results("in the way")
+    path = result.host.line("Egg 1") + ".vek"
+    assert result.said[1] == (
+        f"Not all files were replaced, and Dorvia is not told; a file cannot be replaced (Is a "
+        f"directory): {path}; replaced: Egg 0.vek; not replaced: Egg 1.vek, Egg 2.vek.")
+    assert result.said[2] == "3 objects sent; import them in Dorvia."
+    assert not [name for name in result.host.files() if name.endswith(".part")]
+
+
+def test_instances_do_not_empty_the_file_of_an_object(results):
+    result = results("only instances")
+    how = "not sent, having no mesh of their own (make instances real first): "
+    assert result.said[1:] == [f"1 object sent; {how}Crowd, Egg 0; import them in Dorvia.",
+                               f"Nothing was sent; {how}Crowd, Egg 0.",
+                               f"Nothing was sent; {how}Crowd."]
+    assert result.host.names_back() == ["Egg 1"]
+    assert len(result.host.bytes_of(result.host.line("Egg 0"))) > 500
+
+
+def test_names_that_are_not_utf_8(results):
+    result = results("not UTF-8")
+    assert result.said[0].startswith("2 of 3 objects received; ")
+    assert result.said[0].endswith("/Gone\ufffd.vek.")
+    assert set(result.scene) == {"Gr\ufffdn", "Plain"}
+    assert result.said[1] == "2 objects sent; import them in Dorvia."
+    assert result.host.names_back() == ["Gr\udcfcn", "Plain"]
+
+
+def test_a_project_folder_that_is_not_utf_8(results):
+    result = results("odd project")
+    assert result.found["shown"] == result.host.root + "/Gr\ufffdn"
+    assert result.said[0] == "1 object sent; import them in Dorvia."
+    assert result.said[1].startswith("Nothing was received; ")
+    assert result.said[1].endswith("/Gr\ufffdn/New.vek.")
+
+
 def test_a_list_that_cannot_be_written(results):
     result = results("read-only hub")
     assert result.said[1].startswith("The files are written, but Dorvia is not told; ")

@@ -58,7 +58,7 @@ class Window:
 
 
 @pytest.fixture
-def window(home, installed, display, tmp_path):
+def window(home, tree, installed, display, tmp_path):
     scripts = glob.glob(str(home / ".config/blender/*/scripts"))[0]
     os.makedirs(scripts + "/startup", exist_ok=True)
     probe = shutil.copy(os.path.dirname(__file__) + "/window_probe.py", scripts + "/startup")
@@ -68,6 +68,16 @@ def window(home, installed, display, tmp_path):
     os.remove(probe)
     if window.state():
         window.do("bpy.ops.wm.quit_blender()")
+        wait_for_the_end(tree)
+
+
+def wait_for_the_end(tree):
+    """Until no Blender answers to orders."""
+    running = tree.app_file("Blender", "Blender_Running.txt")
+    end = time.monotonic() + PATIENCE
+    while os.path.exists(running) and time.monotonic() < end:
+        time.sleep(0.05)
+    assert not os.path.exists(running)
 
 
 def test_orders_start_blender_and_reach_the_one_that_runs(tree, bridge, window):
@@ -97,10 +107,44 @@ def test_orders_start_blender_and_reach_the_one_that_runs(tree, bridge, window):
     assert [os.path.basename(line) for line in tree.object_list()] == ["First", "Third"]
 
     window.do("bpy.ops.wm.quit_blender()")
-    end = time.monotonic() + PATIENCE
-    while os.path.exists(running) and time.monotonic() < end:
-        time.sleep(0.05)
-    assert not os.path.exists(running)
+    wait_for_the_end(tree)
+
+
+def test_an_order_waits_for_the_end_of_an_edit(tree, bridge, window):
+    hosted(tree, bridge, ["First"])
+    edit(bridge)
+    window.wait_for(lambda state: "First" in state["objects"] and not state["busy"])
+    window.do("bpy.ops.object.mode_set(mode='EDIT')")
+    window.wait_for(lambda state: state["mode"] == "EDIT_MESH")
+
+    hosted(tree, bridge, ["Second"])
+    edit(bridge)
+    state = window.wait_for(lambda state: state["waiting"])
+    time.sleep(1.5)  # several looks at the order
+    state = window.state()
+    assert state["waiting"] and state["mode"] == "EDIT_MESH" and "Second" not in state["objects"]
+    assert os.path.exists(tree.app_file("Blender", "Blender_Order.txt"))
+
+    window.do("bpy.ops.object.mode_set(mode='OBJECT')")
+    window.wait_for(lambda state: "Second" in state["objects"] and not state["waiting"])
+
+
+def test_a_redo_brings_back_what_was_sent_with_modifiers(tree, bridge, window):
+    hosted(tree, bridge, ["First"])
+    edit(bridge)
+    window.wait_for(lambda state: "First" in state["objects"] and not state["busy"])
+    window.do("bpy.ops.object.modifier_add('EXEC_DEFAULT', True, type='ARRAY')")
+    window.wait_for(lambda state: state["modifiers"] == [True])
+    window.do("bpy.ops.vek.send('INVOKE_DEFAULT', True)")
+    window.wait_for(lambda state: "1 object sent" in state["message"] and not state["busy"])
+    window.do("bpy.ops.ed.undo(); bpy.context.window_manager.vek_message = 'undone'")
+    state = window.wait_for(lambda state: state["message"] == "undone")
+    assert state["modifiers"] == [True]  # it is the sending that was undone
+    window.do("bpy.ops.ed.redo(); bpy.context.window_manager.vek_message = 'redone'")
+    window.wait_for(lambda state: state["message"] == "redone")
+    window.do("bpy.ops.vek.receive('INVOKE_DEFAULT', True)")
+    state = window.wait_for(lambda state: "1 object received" in state["message"])
+    assert state["modifiers"] == [False]
 
 
 def edit(bridge):

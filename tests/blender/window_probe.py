@@ -13,7 +13,10 @@ FOLDER = os.environ["VEK_PROBE"]
 def tell():
     manager = bpy.context.window_manager
     state = {"process": os.getpid(), "message": manager.vek_message, "project": manager.vek_project,
-             "busy": manager.vek_progress >= 0,
+             "busy": manager.vek_progress >= 0, "waiting": manager.vek_waiting,
+             "mode": bpy.context.mode,
+             "modifiers": [modifier.show_viewport for obj in bpy.data.objects
+                           for modifier in obj.modifiers],
              "objects": [obj.name for obj in bpy.data.objects if obj.type == "MESH"]}
     with open(FOLDER + "/state.new", "w", encoding="utf-8") as file:
         json.dump(state, file)

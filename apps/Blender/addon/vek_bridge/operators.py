@@ -9,7 +9,7 @@ from bpy_extras.io_utils import ExportHelper, ImportHelper
 
 from . import bridge, receiving, sending
 from .vek_exchange import VekError
-from .work import sentence
+from .work import sentence, shown
 
 _TICK = 0.01  # seconds in which Blender draws and hears the user
 _BETWEEN_DRAWINGS = 0.1  # seconds of work; a step that takes longer is done all the same
@@ -83,6 +83,7 @@ def _leave_other_modes(context):
 
 
 def _say(operator, context, level, text):
+    text = shown(text)
     context.window_manager.vek_message = text
     operator.report({level}, text)
 
@@ -110,7 +111,7 @@ class VEK_OT_send(_LongWork, bpy.types.Operator):
     """Send the selected objects to Dorvia; where none is selected, all that came from there"""
     bl_idname = "vek.send"
     bl_label = "Send"
-    bl_options = {"REGISTER"}
+    bl_options = {"REGISTER", "UNDO"}  # a redo brings back what the objects remember
 
     def work(self, context):
         chosen = sending.objects_to_send(context)
@@ -132,8 +133,8 @@ class VEK_OT_import(_LongWork, ImportHelper, bpy.types.Operator):
 
     def work(self, context):
         paths = [os.path.join(self.directory, file.name) for file in self.files if file.name]
-        lines = [receiving.line_of_file(path) for path in paths or [self.filepath]]
-        return receiving.Receiving(context, lines, from_the_host=False)
+        paths = [receiving.checked(path) for path in paths or [self.filepath]]
+        return receiving.Receiving(context, paths, from_the_host=False)
 
 
 class VEK_OT_export(_LongWork, ExportHelper, bpy.types.Operator):
@@ -148,10 +149,10 @@ class VEK_OT_export(_LongWork, ExportHelper, bpy.types.Operator):
 
     def work(self, context):
         chosen = sending.objects_to_send(context)
-        lines = [receiving.line_of_file(self.filepath)]
+        paths = [receiving.checked(self.filepath)]
         if len(chosen) != 1:
-            lines = sending.lines_in(chosen, os.path.dirname(self.filepath))
-        return sending.Sending(context, chosen, lines, to_the_host=False)
+            paths = sending.paths_in(chosen, os.path.dirname(self.filepath))
+        return sending.Sending(context, chosen, paths, to_the_host=False)
 
 
 _CLASSES = (VEK_OT_receive, VEK_OT_send, VEK_OT_import, VEK_OT_export)

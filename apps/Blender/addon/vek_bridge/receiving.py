@@ -7,15 +7,15 @@ from mathutils import Matrix
 
 from . import bridge, mesh_in, objects
 from .vek_exchange import VekError
-from .work import Work, counted, sentence
+from .work import Work, counted, sentence, shown
 
 EXTENSION = ".vek"
 
 
 class Receiving(Work):
     """Each item is a line of the object list. An object that the host sent before gets the new
-    mesh; what it is called and what it is made of stay. Of files that are not the host's nothing is
-    remembered, so that sending does not write over them."""
+    mesh; what it is called and what it is made of stay. Of files that are not the host's, whose
+    paths are the items then, nothing is remembered, so that sending does not write over them."""
 
     def __init__(self, context, lines, from_the_host):
         super().__init__(lines)
@@ -23,29 +23,31 @@ class Receiving(Work):
         self._from_the_host = from_the_host
         self._known = {}
         if from_the_host:
-            self._known = {objects.line_of(obj): obj for obj in context.scene.objects
-                           if obj.type == "MESH" and objects.line_of(obj)}
+            self._known = objects.originals(obj for obj in context.scene.objects
+                                            if obj.type == "MESH")
         self._received = []
         self._failures = []
         self._left_out = 0
         self._rested = 0
 
     def do(self, line):
+        path = bridge.tree().exchange_file(line, EXTENSION) if self._from_the_host else line
         try:
-            given = mesh_in.Given(bridge.tree().exchange_file(line, EXTENSION))
+            given = mesh_in.Given(path)
         except VekError as error:
             self._failures.append(str(error))
             return
-        mesh = mesh_in.new_mesh(os.path.basename(line), given)
-        obj = self._known.get(line)
+        name = shown(os.path.basename(path)[:-len(EXTENSION)])
+        mesh = mesh_in.new_mesh(name, given)
+        obj = self._known.get(objects.same_file(line))
         if obj:
             self._rested += objects.rest_sent_modifiers(obj)
             _replace_mesh(obj, mesh)
         else:
-            obj = bpy.data.objects.new(os.path.basename(line), mesh)
+            obj = bpy.data.objects.new(name, mesh)
             self._context.collection.objects.link(obj)
         if self._from_the_host:
-            self._known[line] = obj
+            self._known[objects.same_file(line)] = obj
             objects.remember_line(obj, line)
         objects.remember_given(obj, given, mesh_in.mark_of(given.faces, given.uvs))
         self._left_out += given.left_out
@@ -95,12 +97,11 @@ def lines_of_the_list():
     return bridge.tree().object_list()
 
 
-def line_of_file(path):
-    """The line that names an exchange file. VekError when it has another extension."""
-    line, extension = os.path.splitext(path)
-    if extension.lower() != EXTENSION:
+def checked(path):
+    """The path of an exchange file. VekError when it has another extension."""
+    if os.path.splitext(path)[1].lower() != EXTENSION:
         raise VekError(f"This is not a {EXTENSION} file: {path}")
-    return line
+    return path
 
 
 def _replace_mesh(obj, mesh):

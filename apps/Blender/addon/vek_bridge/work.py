@@ -30,6 +30,11 @@ class Work:
         raise NotImplementedError
 
 
+def shown(text):
+    """The text as Blender can hold it: names and labels are UTF-8 there, and paths any bytes."""
+    return text.encode("utf-8", "surrogateescape").decode("utf-8", "replace")
+
+
 def counted(number, noun):
     return f"{number} {noun}" if number == 1 else f"{number} {noun}s"
 
