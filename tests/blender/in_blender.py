@@ -137,10 +137,12 @@ def stopped(_case):
     lines = receiving.lines_of_the_list()
     work = receiving.Receiving(bpy.context, lines, from_the_host=True)
     work.step()
+    work.stop("you stopped it")
     said = [work.outcome()[1], receive()]
     shown = scene()
     work = sending.Sending(bpy.context, bpy.context.selected_objects, lines, to_the_host=True)
     work.step()
+    work.stop("you stopped it")
     return {"said": said + [work.outcome()[1]], "scene": shown}
 
 
@@ -256,12 +258,16 @@ def read_only(case):
 
 
 def in_the_way(case):
-    """A folder has the name of the second of three files."""
+    """A folder takes the place of the second of three files when all are written already."""
     said = [receive()]
     path = case["folder"] + "/Egg 1.vek"
+    lines = bridge.tree().object_list()
+    work = sending.Sending(bpy.context, bpy.context.selected_objects, lines, to_the_host=True)
+    while not work.is_done:
+        work.step()
     os.remove(path)
     os.mkdir(path)
-    said.append(send())
+    said += [work.outcome()[1], send()]
     os.rmdir(path)
     return {"said": said + [send()]}
 

@@ -51,17 +51,19 @@ def test_a_read_only_folder(results):
     assert first in result.said[1]
     assert result.said[2] == "2 objects sent; import them in Dorvia."
     assert len(result.scene) == 2
-    assert not [name for name in result.host.files() if name.endswith(".part")]
+    assert not result.host.left_over()
 
 
 def test_a_file_that_cannot_be_replaced_among_others(results):
     result = results("in the way")
     path = result.host.line("Egg 1") + ".vek"
     assert result.said[1] == (
-        f"Not all files were replaced, and Dorvia is not told; a file cannot be replaced (Is a "
-        f"directory): {path}; replaced: Egg 0.vek; not replaced: Egg 1.vek, Egg 2.vek.")
-    assert result.said[2] == "3 objects sent; import them in Dorvia."
-    assert not [name for name in result.host.files() if name.endswith(".part")]
+        f"Not all files were replaced, and Dorvia is not told; the file cannot be replaced, is a "
+        f"directory: {path}; replaced: Egg 0.vek; not replaced: Egg 1.vek, Egg 2.vek.")
+    assert result.said[2] == (
+        f"Nothing was sent; the file cannot be written, it is not a regular file: {path}.")
+    assert result.said[3] == "3 objects sent; import them in Dorvia."
+    assert not result.host.left_over()
 
 
 def test_instances_do_not_empty_the_file_of_an_object(results):
@@ -133,7 +135,7 @@ def test_work_that_is_stopped(results):
     assert result.host.names_back() == ["Egg 0", "Egg 1", "Egg 2"]
     for line, data in result.host.sent.items():
         assert result.host.bytes_back()[os.path.basename(line)] == data
-    assert not [name for name in result.host.files() if name.endswith(".part")]
+    assert not result.host.left_over()
 
 
 def test_nothing_to_send(results):

@@ -63,16 +63,30 @@ def mark_of(faces, uvs):
     return "%d:%08x" % (len(faces), mark)
 
 
-def new_mesh(name, given):
+def new_mesh(name, vertices, faces, uvs):
     mesh = bpy.data.meshes.new(name)
-    mesh.vertices.add(len(given.vertices))
-    mesh.vertices.foreach_set("co", given.vertices.ravel())
-    if len(given.faces):
-        _fill_faces(mesh, given.faces)
-        if given.uvs is not None:
-            mesh.uv_layers.new().data.foreach_set("uv", given.uvs.ravel())
-    mesh.update(calc_edges=True)
+    fill(mesh, vertices, faces)
+    if uvs is not None and len(faces):
+        set_uvs(mesh.uv_layers.new(), uvs)
     return mesh
+
+
+def fill(mesh, vertices, faces):
+    """A mesh without geometry gets one."""
+    mesh.vertices.add(len(vertices))
+    set_positions(mesh.vertices, vertices)
+    if len(faces):
+        _fill_faces(mesh, faces)
+    mesh.update(calc_edges=True)
+
+
+def set_positions(points, positions):
+    """Of vertices, or of the points of a shape key."""
+    points.foreach_set("co", positions.ravel())
+
+
+def set_uvs(layer, uvs):
+    layer.data.foreach_set("uv", uvs.ravel())
 
 
 def _fill_faces(mesh, faces):

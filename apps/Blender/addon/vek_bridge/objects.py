@@ -34,6 +34,13 @@ def remember_line(obj, line):
     obj[_NAME] = obj.name
 
 
+def forget(obj):
+    """It is a thing of Blender's alone from now on."""
+    for key in (_LINE, _NAME, _FACE_KIND, _GIVEN_MARK, _KEPT, _SENT_MODIFIERS):
+        if key in obj:
+            del obj[key]
+
+
 def originals(objs):
     """Of each line the object that had it first: its copies and the pieces that were cut off it
     remember the same line. Blender gave those other names, and their meshes too."""
@@ -89,7 +96,8 @@ def rest_sent_modifiers(obj):
     if not obj.get(_SENT_MODIFIERS):
         return False
     obj[_SENT_MODIFIERS] = False
-    for modifier in obj.modifiers:
+    shown = [modifier for modifier in obj.modifiers if modifier.show_viewport]
+    for modifier in shown:
         modifier.show_viewport = False
         modifier.show_render = False
-    return len(obj.modifiers) > 0
+    return len(shown) > 0

@@ -2,12 +2,14 @@
 
 import os
 import time
+import traceback
 
 import bpy
 from bpy.props import CollectionProperty, StringProperty
 from bpy_extras.io_utils import ExportHelper, ImportHelper
 
 from . import bridge, receiving, sending
+from .bridge import EXTENSION
 from .vek_exchange import VekError
 from .work import sentence, shown
 
@@ -27,8 +29,8 @@ class _LongWork:
             return {"CANCELLED"}
         windows = context.window_manager
         windows.progress_begin(0, max(self._work.total, 1))
-        while not self._work.is_done:
-            self._work.step()
+        while self._goes_on():
+            self._step()
             windows.progress_update(self._work.done)
         windows.progress_end()
         return self._end(context)
@@ -44,17 +46,23 @@ class _LongWork:
         return {"RUNNING_MODAL"}
 
     def modal(self, context, event):
-        if event.type == "ESC":
-            return self._stop_timer(context)
-        if event.type != "TIMER":
+        if event.type == "ESC" and self._goes_on():
+            self._work.stop("you stopped it")
+        elif event.type != "TIMER":
             return {"RUNNING_MODAL"}
-        if self._work.is_done:
-            return self._stop_timer(context)
+        if not self._goes_on():
+            self._stop_timer(context)
+            return self._end(context)
         drawn = time.monotonic()
-        while not self._work.is_done and time.monotonic() - drawn < _BETWEEN_DRAWINGS:
-            self._work.step()
+        while self._goes_on() and time.monotonic() - drawn < _BETWEEN_DRAWINGS:
+            self._step()
         _show_progress(context, 100 * self._work.done / self._work.total)
         return {"RUNNING_MODAL"}
+
+    def cancel(self, context):
+        """Blender opens another scene, or ends."""
+        self._work.give_up()
+        self._stop_timer(context)
 
     def _begin(self, context):
         _leave_other_modes(context)
@@ -65,15 +73,33 @@ class _LongWork:
             return False
         return True
 
+    def _goes_on(self):
+        return not (self._work.is_done or self._work.stopped_by)
+
+    def _step(self):
+        try:
+            self._work.step()
+        except Exception as error:
+            traceback.print_exc()
+            self._work.stop(_surprise(error))
+
     def _stop_timer(self, context):
         context.window_manager.event_timer_remove(self._timer)
         _show_progress(context, -1)
-        return self._end(context)
 
     def _end(self, context):
-        level, text = self._work.outcome()
+        try:
+            level, text = self._work.outcome()
+        except Exception as error:
+            traceback.print_exc()
+            level, text = "ERROR", sentence("The work did not end well", _surprise(error))
         _say(self, context, level, text)
         return {"CANCELLED"} if level == "ERROR" else {"FINISHED"}
+
+
+def _surprise(error):
+    said = " ".join(str(error).split()).rstrip(".") or type(error).__name__
+    return f"the add-on failed, and Blender's console says where: {said}"
 
 
 def _leave_other_modes(context):
@@ -124,7 +150,7 @@ class VEK_OT_import(_LongWork, ImportHelper, bpy.types.Operator):
     bl_idname = "vek.import_files"
     bl_label = "Import Vek"
     bl_options = {"REGISTER", "UNDO"}
-    filename_ext = receiving.EXTENSION
+    filename_ext = EXTENSION
     filter_glob: StringProperty(default="*.vek;*.Vek;*.VEK", options={"HIDDEN"})
     files: CollectionProperty(type=bpy.types.OperatorFileListElement, options={"SKIP_SAVE"})
     directory: StringProperty(subtype="DIR_PATH", options={"SKIP_SAVE"})
@@ -142,7 +168,7 @@ class VEK_OT_export(_LongWork, ExportHelper, bpy.types.Operator):
     bl_idname = "vek.export_files"
     bl_label = "Export Vek"
     bl_options = {"REGISTER"}
-    filename_ext = receiving.EXTENSION
+    filename_ext = EXTENSION
     filter_glob: StringProperty(default="*.vek", options={"HIDDEN"})
 
     invoke = ExportHelper.invoke

@@ -4,13 +4,10 @@ import os
 
 import bpy
 
-from . import bridge, mesh_out, objects
-from .receiving import EXTENSION
-from .vek_exchange import Tree, VekError
-from .vek_exchange.exchange_file import write_file
+from . import bridge, handed_over, mesh_out, objects
+from .bridge import EXTENSION
+from .vek_exchange import Tree, VekError, stage_file
 from .work import Work, counted, sentence
-
-_STAGED = ".part"
 
 
 class Sending(Work):
@@ -20,13 +17,12 @@ class Sending(Work):
 
     def __init__(self, context, objs, lines, to_the_host):
         super().__init__(objs)
-        self._sent = []  # object, line
+        self._written = []  # object, line, its staged file
         self._instances = [obj.name for obj in context.selected_objects
                            if obj.instance_type == "COLLECTION"]
         self._depsgraph = context.evaluated_depsgraph_get()
         self._lines = lines
         self._to_the_host = to_the_host
-        self._staged = []  # file as it lies there, where it belongs
         self._problem = ""
         self._split = 0
         self._without_corners = 0
@@ -37,72 +33,70 @@ class Sending(Work):
         line = self._lines[self.done - 1]
         path = bridge.tree().exchange_file(line, EXTENSION) if self._to_the_host else line
         try:
-            if self._write(obj, path):
-                self._sent.append((obj, line))
-            else:
-                self._instances.append(obj.name)
+            self._write(obj, line, path)
         except VekError as error:
-            self._problem = str(error).replace(path + _STAGED, path)
-        except OSError as error:
-            self._problem = f"The file cannot be written: {path} ({error.strerror})"
+            self._problem = str(error)
 
-    def _write(self, obj, path):
-        """False when an empty mesh would take the place of what the object is."""
+    def _write(self, obj, line, path):
         taken = mesh_out.Taken(obj, self._depsgraph)
         if not len(taken.vertices) and not objects.is_empty(obj):
-            return False
+            self._instances.append(obj.name)  # an empty mesh would take the place of what it is
+            return
         file, dropped = mesh_out.exchange_file(taken, objects.face_kind(obj),
                                                objects.kept_blocks(obj), objects.given_mark(obj))
-        staged = path + _STAGED
-        self._staged.append((staged, path))
-        write_file(staged, file)
+        self._written.append((obj, line, stage_file(path, file)))
         self._split += taken.split
         self._without_corners += dropped
-        return True
+
+    def give_up(self):
+        for _, _, staged in self._written:
+            staged.drop()
 
     def outcome(self):
+        try:
+            return self._outcome()
+        finally:
+            self.give_up()
+
+    def _outcome(self):
         if not self.total and not self._instances:
             return "ERROR", "There is nothing to send: select objects, or receive some first."
-        if self._problem or not self.is_done:
-            self._take_back()
-            return "ERROR", sentence("Nothing was sent", self._problem or "you stopped it")
-        if not self._sent:
+        if self._problem or self.stopped_by:
+            return "ERROR", sentence("Nothing was sent", self._problem or self.stopped_by)
+        if not self._written:
             return "ERROR", sentence("Nothing was sent", *self._said_instances())
         problem = self._replace_files()
         if problem:
-            self._take_back()
             return "ERROR", problem
-        try:
-            if self._to_the_host:
-                bridge.tree().write_object_list(line for _, line in self._sent)
-        except VekError as error:
-            return "WARNING", sentence("The files are written, but Dorvia is not told", str(error))
         if self._to_the_host:
-            for obj, line in self._sent:
-                objects.remember_sent(obj, line)
+            lines = [line for _, line, _ in self._written]
+            try:
+                bridge.tree().write_object_list(lines)
+            except VekError as error:
+                return "WARNING", sentence("The files are written, but Dorvia is not told",
+                                           str(error))
+            handed_over.remember(lines)
         return self._said_success()
 
     def _replace_files(self):
         """Each file takes its place. A sentence when one cannot, and all behind it did not."""
-        for number, (staged, path) in enumerate(self._staged):
+        for number, (obj, line, staged) in enumerate(self._written):
             try:
-                os.replace(staged, path)
-            except OSError as error:
-                why = f"a file cannot be replaced ({error.strerror}): {path}"
-                if not number:
-                    return sentence("Nothing was sent", why)
-                return sentence("Not all files were replaced, and Dorvia is not told" if
-                                self._to_the_host else "Not all files were replaced", why,
-                                f"replaced: {_names(self._staged[:number])}",
-                                f"not replaced: {_names(self._staged[number:])}")
+                staged.take_place()
+            except VekError as error:
+                return self._said_replaced(number, str(error))
+            if self._to_the_host:
+                objects.remember_sent(obj, line)
         return ""
 
-    def _take_back(self):
-        for staged, _ in self._staged:
-            try:
-                os.remove(staged)
-            except OSError:
-                pass  # was never written
+    def _said_replaced(self, number, why):
+        if not number:
+            return sentence("Nothing was sent", why)
+        names = [os.path.basename(staged.path) for _, _, staged in self._written]
+        return sentence("Not all files were replaced, and Dorvia is not told" if self._to_the_host
+                        else "Not all files were replaced", why,
+                        f"replaced: {', '.join(names[:number])}",
+                        f"not replaced: {', '.join(names[number:])}")
 
     def _said_instances(self):
         if not self._instances:
@@ -112,7 +106,7 @@ class Sending(Work):
 
     def _said_success(self):
         verb = "sent" if self._to_the_host else "exported"
-        clauses = [f"{counted(len(self._sent), 'object')} {verb}"] + self._said_instances()
+        clauses = [f"{counted(len(self._written), 'object')} {verb}"] + self._said_instances()
         level = "WARNING" if self._instances else "INFO"
         if self._split:
             clauses.append(f"{counted(self._split, 'face')} with more than four corners split "
@@ -129,10 +123,6 @@ class Sending(Work):
                 level = "WARNING"
                 clauses.append(f"import them in Dorvia, since {error}")
         return level, sentence(*clauses)
-
-
-def _names(staged):
-    return ", ".join(os.path.basename(path) for _, path in staged)
 
 
 def objects_to_send(context):
