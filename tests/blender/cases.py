@@ -9,6 +9,7 @@ from meshes import CORNERS, NEGATIVE, REPEATED, TRIANGLES, UNKNOWN, UV_LIST, fil
 EGG, BOX = meshes.egg(), meshes.box()
 ODD_NAMES = ["with blanks  inside", "dots.in.it.001", "Blumentöpfe 花", "a" * 100,
              "it's 100 % \"$HOME\""]
+LONG_NAME = "n" * 251  # and the extension
 UNKNOWN_BLOCK = meshes.block(UNKNOWN, b"somebody's", 3, 0.5)
 SWITCHES = range(16)
 
@@ -52,6 +53,10 @@ def send_eggs(count):
 def send_names(host):
     for name in ODD_NAMES:
         host.send(name, file_bytes(*BOX))
+
+
+def send_a_long_name(host):
+    host.send(LONG_NAME, file_bytes(*EGG))
 
 
 def send_with_a_vanished_one(host):
@@ -176,6 +181,17 @@ CASES = {
     "modifiers": (send_uvs, "array_twice"),
     "mirrored": (send_uvs, "mirrored"),
     "text": (nothing, "text"),
+    "text back": (nothing, "text_back"),
+    "held": (send_eggs(4), "held"),
+    "scaled to nothing": (send_eggs(1), "scaled_to_nothing"),
+    "hidden": (send_eggs(3), "hidden"),
+    "moved by the host": (send_uvs, "moved_by_the_host"),
+    "faces turned by the host": (send_uvs, "faces_turned_by_the_host"),
+    "vertices added by the host": (send_uvs, "vertices_added_by_the_host"),
+    "doubles by the host": (send_uvs, "doubles_by_the_host"),
+    "plain shading": (send_uvs, "plain_shading"),
+    "many corners": (nothing, "many_corners"),
+    "linked duplicates": (send_eggs(1), "linked_duplicates"),
     "stopped": (send_eggs(3), "stopped"),
     "edit mode": (send_eggs(1), "edit_mode"),
     "copies": (send_eggs(1), "copies"),
@@ -184,6 +200,13 @@ CASES = {
     "separated": (send_eggs(1), "separated"),
     "added": (send_eggs(1), "added"),
     "undo": (send_eggs(10), "undone"),
+    "sent, undone, sent": (send_eggs(1), "sent_undone_sent"),
+    "long name": (send_a_long_name, "long_name"),
+    "linked file": (send_eggs(1), "linked_file"),
+    "missing project": (nothing, "missing_project"),
+    "list of blanks": (nothing, "empty_list"),
+    "taken over": (send_eggs(2), "taken_over"),
+    "surprise": (send_eggs(3), "surprise"),
     "read-only": (send_eggs(2), "read_only"),
     "not UTF-8": (send_names_that_are_not_utf_8, "there_and_back"),
     "odd project": (nothing, "odd_project"),

@@ -8,6 +8,15 @@ import cases
 def test_an_empty_list(results):
     result = results("empty list")
     assert result.said == ["The object list is empty: Dorvia has sent nothing."]
+    assert results("list of blanks").said == result.said
+
+
+def test_a_project_folder_that_went_away(results):
+    result = results("missing project")
+    path = result.host.root + "/gone/New.vek"
+    assert result.said == [f"Nothing was sent; the file cannot be written, no such file or "
+                           f"directory: {path}."]
+    assert result.host.names_back() == []
 
 
 def test_a_file_that_vanished(results):
@@ -136,6 +145,23 @@ def test_work_that_is_stopped(results):
     for line, data in result.host.sent.items():
         assert result.host.bytes_back()[os.path.basename(line)] == data
     assert not result.host.left_over()
+
+
+def test_a_step_that_fails_unforeseen(results):
+    result = results("surprise")
+    why = "the add-on failed, and Blender's console says where: No reason."
+    assert result.said[1:] == [f"Nothing was sent; {why}", f"1 of 3 objects received; {why}"]
+    assert result.found["files"] == ["Egg 0.vek", "Egg 1.vek", "Egg 2.vek"]
+    assert result.host.names_back() == ["Egg 0", "Egg 1", "Egg 2"]
+
+
+def test_what_dorvia_has_taken_over_is_not_received_turned(results):
+    result = results("taken over")
+    assert result.said[2] == "2 objects received."
+    assert result.said[3] == ("Nothing was received: Dorvia has taken over what you sent, and has "
+                              "sent nothing since.")
+    assert result.found["same"]
+    assert result.said[4] == "1 object received."
 
 
 def test_nothing_to_send(results):

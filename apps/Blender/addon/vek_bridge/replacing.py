@@ -134,9 +134,10 @@ def _give_new_faces(mesh, faces):
     for edge in list(work.edges):
         work.edges.remove(edge)
     vertices = list(work.verts)
-    for a, b, c, d in faces.tolist():
+    for number, (a, b, c, d) in enumerate(faces.tolist()):
         corners = (a, b, c) if d < 0 else (a, b, c, d)
-        work.faces.new([vertices[corner] for corner in corners])
+        work.faces.new([vertices[corner] for corner in corners]).index = number
+    work.faces.sort()  # they are made wherever there is room
     work.to_mesh(mesh)
     work.free()
     mesh.update()

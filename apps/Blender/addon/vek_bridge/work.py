@@ -54,4 +54,8 @@ def listed(words):
 def sentence(*clauses):
     """One sentence of the clauses that are not empty."""
     first, *others = [clause.rstrip(".") for clause in clauses if clause]
-    return "; ".join([first] + [clause[0].lower() + clause[1:] for clause in others]) + "."
+    return "; ".join([first] + [_uncapitalised(clause) for clause in others]) + "."
+
+
+def _uncapitalised(clause):
+    return clause if clause[:2].isupper() else clause[0].lower() + clause[1:]
