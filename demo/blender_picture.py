@@ -42,7 +42,8 @@ def number_in(path):
 def scene_of_files(name, folder):
     scene = bpy.data.scenes.new(name)
     for path in sorted(glob.glob(os.path.join(glob.escape(folder), "*.vek")), key=number_in):
-        mesh = mesh_in.new_mesh(name, mesh_in.Given(path))
+        given = mesh_in.Given(path)
+        mesh = mesh_in.new_mesh(name, given.vertices, given.faces, given.uvs)
         scene.collection.objects.link(bpy.data.objects.new(name, mesh))
     return scene
 

@@ -9,6 +9,7 @@ from meshes import CORNERS, NEGATIVE, REPEATED, TRIANGLES, UNKNOWN, UV_LIST, fil
 EGG, BOX = meshes.egg(), meshes.box()
 ODD_NAMES = ["with blanks  inside", "dots.in.it.001", "Blumentöpfe 花", "a" * 100,
              "it's 100 % \"$HOME\""]
+LONG_NAME = "n" * 251  # and the extension
 UNKNOWN_BLOCK = meshes.block(UNKNOWN, b"somebody's", 3, 0.5)
 SWITCHES = range(16)
 
@@ -54,6 +55,10 @@ def send_names(host):
         host.send(name, file_bytes(*BOX))
 
 
+def send_a_long_name(host):
+    host.send(LONG_NAME, file_bytes(*EGG))
+
+
 def send_with_a_vanished_one(host):
     send_eggs(3)(host)
     host.tree.add_object(host.line("Gone"))
@@ -63,6 +68,12 @@ def send_with_a_damaged_one(host):
     send_eggs(2)(host)
     host.send("Egg 2", file_bytes(*EGG))
     host.write(host.line("Egg 2"), host.bytes_of(host.line("Egg 2"))[:200])
+
+
+def send_names_that_are_not_utf_8(host):
+    host.send("Gr\udcfcn", file_bytes(*EGG))
+    host.tree.add_object(host.line("Gone\udcff"))
+    host.send("Plain", file_bytes(*EGG))
 
 
 def send_with_nonsense(host):
@@ -170,18 +181,44 @@ CASES = {
     "modifiers": (send_uvs, "array_twice"),
     "mirrored": (send_uvs, "mirrored"),
     "text": (nothing, "text"),
+    "text back": (nothing, "text_back"),
+    "held": (send_eggs(4), "held"),
+    "scaled to nothing": (send_eggs(1), "scaled_to_nothing"),
+    "hidden": (send_eggs(3), "hidden"),
+    "moved by the host": (send_uvs, "moved_by_the_host"),
+    "faces turned by the host": (send_uvs, "faces_turned_by_the_host"),
+    "vertices added by the host": (send_uvs, "vertices_added_by_the_host"),
+    "doubles by the host": (send_uvs, "doubles_by_the_host"),
+    "plain shading": (send_uvs, "plain_shading"),
+    "many corners": (nothing, "many_corners"),
+    "linked duplicates": (send_eggs(1), "linked_duplicates"),
     "stopped": (send_eggs(3), "stopped"),
     "edit mode": (send_eggs(1), "edit_mode"),
     "copies": (send_eggs(1), "copies"),
+    "lone copy": (send_eggs(1), "lone_copy"),
+    "copy in the scene": (send_eggs(1), "copy_in_the_scene"),
+    "separated": (send_eggs(1), "separated"),
     "added": (send_eggs(1), "added"),
     "undo": (send_eggs(10), "undone"),
+    "sent, undone, sent": (send_eggs(1), "sent_undone_sent"),
+    "long name": (send_a_long_name, "long_name"),
+    "linked file": (send_eggs(1), "linked_file"),
+    "missing project": (nothing, "missing_project"),
+    "list of blanks": (nothing, "empty_list"),
+    "taken over": (send_eggs(2), "taken_over"),
+    "surprise": (send_eggs(3), "surprise"),
     "read-only": (send_eggs(2), "read_only"),
+    "not UTF-8": (send_names_that_are_not_utf_8, "there_and_back"),
+    "odd project": (nothing, "odd_project"),
+    "in the way": (send_eggs(3), "in_the_way"),
+    "only instances": (send_eggs(2), "only_instances"),
     "read-only hub": (send_eggs(1), "read_only_hub"),
     "full disk": (project_on_a_small_disk, "elsewhere"),
     "command": (hand_back("touch '%(root)s/handed back'"), "there_and_back"),
     "failing command": (hand_back("exit 3"), "there_and_back"),
     "helper": (helper, "there_and_back"),
     "file menu": (unlisted_files, "file_menu"),
+    "odd paths": (unlisted_files, "odd_paths"),
     "nothing to send": (nothing, "only_send"),
     "camera": (nothing, "camera"),
 }

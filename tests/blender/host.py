@@ -73,6 +73,11 @@ class Host:
     def back(self, name):
         return Back(self.bytes_back()[name])
 
+    def left_over(self):
+        """Files in the project folder that are no exchange files."""
+        return [name for name in os.listdir(self.tree.default_project_folder)
+                if name.startswith(".") or not name.endswith(".vek")]
+
     def files(self):
         """Every file below the tree and its bytes."""
         found = {}

@@ -8,6 +8,15 @@ import cases
 def test_an_empty_list(results):
     result = results("empty list")
     assert result.said == ["The object list is empty: Dorvia has sent nothing."]
+    assert results("list of blanks").said == result.said
+
+
+def test_a_project_folder_that_went_away(results):
+    result = results("missing project")
+    path = result.host.root + "/gone/New.vek"
+    assert result.said == [f"Nothing was sent; the file cannot be written, no such file or "
+                           f"directory: {path}."]
+    assert result.host.names_back() == []
 
 
 def test_a_file_that_vanished(results):
@@ -51,7 +60,46 @@ def test_a_read_only_folder(results):
     assert first in result.said[1]
     assert result.said[2] == "2 objects sent; import them in Dorvia."
     assert len(result.scene) == 2
-    assert not [name for name in result.host.files() if name.endswith(".part")]
+    assert not result.host.left_over()
+
+
+def test_a_file_that_cannot_be_replaced_among_others(results):
+    result = results("in the way")
+    path = result.host.line("Egg 1") + ".vek"
+    assert result.said[1] == (
+        f"Not all files were replaced, and Dorvia is not told; the file cannot be replaced, is a "
+        f"directory: {path}; replaced: Egg 0.vek; not replaced: Egg 1.vek, Egg 2.vek.")
+    assert result.said[2] == (
+        f"Nothing was sent; the file cannot be written, it is not a regular file: {path}.")
+    assert result.said[3] == "3 objects sent; import them in Dorvia."
+    assert not result.host.left_over()
+
+
+def test_instances_do_not_empty_the_file_of_an_object(results):
+    result = results("only instances")
+    how = "not sent, having no mesh of their own (make instances real first): "
+    assert result.said[1:] == [f"1 object sent; {how}Crowd, Egg 0; import them in Dorvia.",
+                               f"Nothing was sent; {how}Crowd, Egg 0.",
+                               f"Nothing was sent; {how}Crowd."]
+    assert result.host.names_back() == ["Egg 1"]
+    assert len(result.host.bytes_of(result.host.line("Egg 0"))) > 500
+
+
+def test_names_that_are_not_utf_8(results):
+    result = results("not UTF-8")
+    assert result.said[0].startswith("2 of 3 objects received; ")
+    assert result.said[0].endswith("/Gone\ufffd.vek.")
+    assert set(result.scene) == {"Gr\ufffdn", "Plain"}
+    assert result.said[1] == "2 objects sent; import them in Dorvia."
+    assert result.host.names_back() == ["Gr\udcfcn", "Plain"]
+
+
+def test_a_project_folder_that_is_not_utf_8(results):
+    result = results("odd project")
+    assert result.found["shown"] == result.host.root + "/Gr\ufffdn"
+    assert result.said[0] == "1 object sent; import them in Dorvia."
+    assert result.said[1].startswith("Nothing was received; ")
+    assert result.said[1].endswith("/Gr\ufffdn/New.vek.")
 
 
 def test_a_list_that_cannot_be_written(results):
@@ -96,7 +144,24 @@ def test_work_that_is_stopped(results):
     assert result.host.names_back() == ["Egg 0", "Egg 1", "Egg 2"]
     for line, data in result.host.sent.items():
         assert result.host.bytes_back()[os.path.basename(line)] == data
-    assert not [name for name in result.host.files() if name.endswith(".part")]
+    assert not result.host.left_over()
+
+
+def test_a_step_that_fails_unforeseen(results):
+    result = results("surprise")
+    why = "the add-on failed, and Blender's console says where: No reason."
+    assert result.said[1:] == [f"Nothing was sent; {why}", f"1 of 3 objects received; {why}"]
+    assert result.found["files"] == ["Egg 0.vek", "Egg 1.vek", "Egg 2.vek"]
+    assert result.host.names_back() == ["Egg 0", "Egg 1", "Egg 2"]
+
+
+def test_what_dorvia_has_taken_over_is_not_received_turned(results):
+    result = results("taken over")
+    assert result.said[2] == "2 objects received."
+    assert result.said[3] == ("Nothing was received: Dorvia has taken over what you sent, and has "
+                              "sent nothing since.")
+    assert result.found["same"]
+    assert result.said[4] == "1 object received."
 
 
 def test_nothing_to_send(results):

@@ -172,6 +172,13 @@ def test_files_are_imported_and_exported_by_the_menu(results):
     assert result.said[4].startswith("This is not a .vek file: ")
 
 
+def test_the_file_menu_takes_paths_as_they_are(results):
+    result = results("odd paths")
+    assert result.said == ["1 object received.", "1 object exported.", "2 objects exported."]
+    assert "x:y" in result.scene
+    assert result.found["files"] == ["C_1.vek", "One.VEK", "x:y.Vek", "x_y.vek"]
+
+
 def test_sending_does_not_write_over_what_was_imported(results):
     result = results("file menu")
     assert result.said[3] == "1 object " + SENT

@@ -17,10 +17,11 @@ pytestmark = pytest.mark.skipif(not shutil.which("Xvfb"), reason="there is no Xv
 PATIENCE = 60.0  # seconds, where the machine is busy with other tests
 
 
-@pytest.fixture
+@pytest.fixture(scope="module")
 def display():
+    """The server chooses a number that is free, also among those of other tests at work."""
     reading, writing = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1024x768x24"],
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "640x400x24"],
                               pass_fds=[writing], stderr=subprocess.DEVNULL)
     os.close(writing)
     with os.fdopen(reading) as number:
@@ -49,7 +50,7 @@ class Window:
             state = self.state()
             if state and holds(state):
                 return state
-            time.sleep(0.05)
+            time.sleep(0.02)
         pytest.fail(f"It never came to that: {self.state()}")
 
     def do(self, order):
@@ -57,34 +58,61 @@ class Window:
         os.rename(self._folder / "order.new", self._folder / "order.py")
 
 
-@pytest.fixture
-def window(home, installed, display, tmp_path):
+@pytest.fixture(scope="module")
+def running(home, tree, installed, display, bridge, tmp_path_factory):
+    """The one Blender of these tests, which the first of them starts by an order."""
+    folder = tmp_path_factory.mktemp("window")
     scripts = glob.glob(str(home / ".config/blender/*/scripts"))[0]
     os.makedirs(scripts + "/startup", exist_ok=True)
     probe = shutil.copy(os.path.dirname(__file__) + "/window_probe.py", scripts + "/startup")
-    os.environ["VEK_PROBE"] = str(tmp_path)
-    window = Window(tmp_path)
-    yield window
-    os.remove(probe)
-    if window.state():
-        window.do("bpy.ops.wm.quit_blender()")
-
-
-def test_orders_start_blender_and_reach_the_one_that_runs(tree, bridge, window):
-    running = tree.app_file("Blender", "Blender_Running.txt")
+    os.environ["VEK_PROBE"] = str(folder)
+    window = Window(folder)
     hosted(tree, bridge, ["First", "Second"])
     edit(bridge)
-    state = window.wait_for(lambda state: "received" in state["message"] and not state["busy"])
+    window.wait_for(lambda state: "received" in state["message"] and not state["busy"])
+    yield window
+    window.do("bpy.ops.wm.quit_blender()")
+    wait_for_the_end(tree)
+    os.remove(probe)
+
+
+@pytest.fixture
+def window(running, tree, bridge):
+    """With the objects First and Second in the scene, and nothing else."""
+    running.do("bpy.ops.wm.read_homefile(use_empty=True); "
+               "bpy.context.window_manager.vek_message = 'fresh'")
+    running.wait_for(lambda state: state["message"] == "fresh" and not state["objects"])
+    running.do("bpy.ops.ed.undo_push(message='fresh')")
+    hosted(tree, bridge, ["First", "Second"])
+    edit(bridge)
+    running.wait_for(lambda state: state["message"] == "2 objects received." and not state["busy"])
+    return running
+
+
+def wait_for_the_end(tree):
+    """Until no Blender answers to orders."""
+    running = tree.app_file("Blender", "Blender_Running.txt")
+    end = time.monotonic() + PATIENCE
+    while os.path.exists(running) and time.monotonic() < end:
+        time.sleep(0.02)
+    assert not os.path.exists(running)
+
+
+def test_an_order_starts_blender(tree, running):
+    state = running.state()
     assert state["message"] == "2 objects received."
     assert {"First", "Second"} <= set(state["objects"])
     assert state["project"] == tree.default_project_folder
-    with open(running, encoding="ascii") as note:
+    with open(tree.app_file("Blender", "Blender_Running.txt"), encoding="ascii") as note:
         assert note.read() == f"PID = {state['process']}\n"
 
+
+def test_an_order_reaches_the_blender_that_runs(tree, bridge, window):
+    before = window.state()
     hosted(tree, bridge, ["Third"])
     edit(bridge)
     later = window.wait_for(lambda state: "Third" in state["objects"] and not state["busy"])
-    assert later["process"] == state["process"]
+    assert later["process"] == before["process"]
 
     window.do("bpy.ops.ed.undo()")
     window.wait_for(lambda state: "Third" not in state["objects"] and "First" in state["objects"])
@@ -96,11 +124,96 @@ def test_orders_start_blender_and_reach_the_one_that_runs(tree, bridge, window):
     window.wait_for(lambda state: state["message"] == "2 objects sent; import them in Dorvia.")
     assert [os.path.basename(line) for line in tree.object_list()] == ["First", "Third"]
 
-    window.do("bpy.ops.wm.quit_blender()")
-    end = time.monotonic() + PATIENCE
-    while os.path.exists(running) and time.monotonic() < end:
-        time.sleep(0.05)
-    assert not os.path.exists(running)
+
+def test_an_order_waits_for_the_end_of_an_edit(tree, bridge, window):
+    window.do("bpy.ops.object.mode_set(mode='EDIT')")
+    window.wait_for(lambda state: state["mode"] == "EDIT_MESH")
+    hosted(tree, bridge, ["Third"])
+    edit(bridge)
+    window.wait_for(lambda state: state["waiting"])
+    state = after_several_looks(window)
+    assert state["waiting"] and state["mode"] == "EDIT_MESH" and "Third" not in state["objects"]
+    assert os.path.exists(tree.app_file("Blender", "Blender_Order.txt"))
+
+    window.do("bpy.ops.object.mode_set(mode='OBJECT')")
+    window.wait_for(lambda state: "Third" in state["objects"] and not state["waiting"])
+
+
+# Blender has no way to ask for a tool that runs in Object Mode, where receiving does not harm it.
+def test_an_order_comes_beside_a_tool_that_moves_objects(tree, bridge, window):
+    move(window)
+    hosted(tree, bridge, ["First", "Third"])
+    edit(bridge)
+    window.wait_for(lambda state: "Third" in state["objects"] and not state["busy"])
+    assert after_several_looks(window)["message"] == "2 objects received."
+
+
+def test_a_step_that_fails_ends_the_work(tree, window):
+    window.do("import vek_bridge.mesh_out as out\n"
+              "out.Real, out.Taken = out.Taken, None\n"
+              "bpy.ops.object.select_all(action='SELECT')\n"
+              "bpy.ops.vek.send('INVOKE_DEFAULT', True)")
+    state = window.wait_for(lambda state: "the add-on failed" in state["message"])
+    assert state["message"].startswith("Nothing was sent; the add-on failed, ")
+    assert not after_several_looks(window)["busy"]
+    window.do("import vek_bridge.mesh_out as out\nout.Taken = out.Real\n"
+              "bpy.ops.vek.send('INVOKE_DEFAULT', True)")
+    window.wait_for(lambda state: state["message"] == "2 objects sent; import them in Dorvia.")
+
+
+def test_work_ends_where_another_scene_is_opened(tree, window):
+    window.do("bpy.ops.object.select_all(action='SELECT')\n"
+              "bpy.ops.vek.send('INVOKE_DEFAULT', True)\n"
+              "bpy.ops.wm.read_homefile(use_empty=True)")
+    window.wait_for(lambda state: not state["objects"])
+    state = after_several_looks(window)
+    assert not state["busy"] and "sent" not in state["message"]
+    folder = os.listdir(tree.default_project_folder)
+    assert [name for name in folder if not name.endswith(".vek") or name.startswith(".")] == []
+
+
+def test_a_redo_brings_back_what_was_sent_with_modifiers(tree, bridge, window):
+    window.do("bpy.ops.object.modifier_add('EXEC_DEFAULT', True, type='ARRAY')")
+    window.wait_for(lambda state: state["modifiers"] == [True])
+    window.do("bpy.ops.vek.send('INVOKE_DEFAULT', True)")
+    window.wait_for(lambda state: "2 objects sent" in state["message"] and not state["busy"])
+    window.do("bpy.ops.ed.undo(); bpy.context.window_manager.vek_message = 'undone'")
+    state = window.wait_for(lambda state: state["message"] == "undone")
+    assert state["modifiers"] == [True]  # it is the sending that was undone
+    window.do("bpy.ops.ed.redo(); bpy.context.window_manager.vek_message = 'redone'")
+    window.wait_for(lambda state: state["message"] == "redone")
+    window.do("bpy.ops.vek.receive('INVOKE_DEFAULT', True)")
+    state = window.wait_for(lambda state: "2 objects received" in state["message"])
+    assert state["modifiers"] == [False]
+
+
+# The last one: nothing but the end of Blender ends its tool.
+def test_an_order_waits_where_a_tool_runs_in_an_edit(tree, bridge, window):
+    window.do("bpy.ops.object.mode_set(mode='EDIT')")
+    window.wait_for(lambda state: state["mode"] == "EDIT_MESH")
+    move(window)
+    hosted(tree, bridge, ["Third"])
+    edit(bridge)
+    window.wait_for(lambda state: state["waiting"])
+    state = after_several_looks(window)
+    assert state["waiting"] and state["mode"] == "EDIT_MESH" and "Third" not in state["objects"]
+
+
+def move(window):
+    """Begins the tool that lets what is selected follow the mouse."""
+    window.do("""
+view = next(area for area in bpy.context.window.screen.areas if area.type == "VIEW_3D")
+with bpy.context.temp_override(area=view, region=view.regions[-1]):
+    began = bpy.ops.transform.translate("INVOKE_DEFAULT", True)
+bpy.context.window_manager.vek_message = str(began)
+""")
+    window.wait_for(lambda state: state["message"] == "{'RUNNING_MODAL'}")
+
+
+def after_several_looks(window):
+    """The state when Blender has looked for orders some more times."""
+    looks = window.state()["looks"]
+    return window.wait_for(lambda state: state["looks"] >= looks + 5)
 
 
 def edit(bridge):

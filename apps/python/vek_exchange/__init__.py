@@ -13,15 +13,17 @@ Every failure is a VekError, whose text can be shown to the user. Nothing but th
 is needed; numpy is used where it is there.
 """
 
+from ._files import StagedFile
 from .config import ConfigFile, Dispatcher
 from .descriptor import Descriptor, IOPref, read_descriptor
 from .errors import VekError
-from .exchange_file import Block, ExchangeFile, read_file, write_file
+from .exchange_file import Block, ExchangeFile, read_file, stage_file, write_file
 from .mesh import Corners, MapName, Mesh, file_of, mesh_of, read_mesh, write_mesh
 from .tree import DEFAULT_ROOT, Tree, valid_file_path
 
 __all__ = [
-    "Block", "ConfigFile", "Corners", "DEFAULT_ROOT", "Descriptor", "Dispatcher",
-    "ExchangeFile", "IOPref", "MapName", "Mesh", "Tree", "VekError", "file_of", "mesh_of",
-    "read_descriptor", "read_file", "read_mesh", "valid_file_path", "write_file", "write_mesh",
+    "Block", "ConfigFile", "Corners", "DEFAULT_ROOT", "Descriptor", "Dispatcher", "ExchangeFile",
+    "IOPref", "MapName", "Mesh", "StagedFile", "Tree", "VekError", "file_of", "mesh_of",
+    "read_descriptor", "read_file", "read_mesh", "stage_file", "valid_file_path", "write_file",
+    "write_mesh",
 ]

@@ -84,6 +84,30 @@ def write_whole(path: Path, pieces: Sequence[Bytes], mode: Optional[int] = None)
         raise failure("The file cannot be written", path, error) from error
 
 
+class StagedFile:
+    """New contents of a file, written beside it. They take its place when all else is ready."""
+
+    def __init__(self, path: Path, pieces: Sequence[Bytes]) -> None:
+        """VekError when they cannot be written, or the file must not be."""
+        self.path = path
+        try:
+            self._target = os.path.realpath(_for_system(path))
+            self._temporary = _write_beside(self._target, pieces, _status_of(self._target))
+        except (OSError, ValueError) as error:
+            raise failure("The file cannot be written", path, error) from error
+
+    def take_place(self) -> None:
+        """VekError when that cannot be; the file is then as it was."""
+        try:
+            os.replace(self._temporary, self._target)
+        except OSError as error:
+            raise failure("The file cannot be replaced", self.path, error) from error
+
+    def drop(self) -> None:
+        """Takes away what did not take the file's place."""
+        _remove(self._temporary)
+
+
 def append_bytes(path: Path, data: bytes) -> None:
     """Adds to the end of the file in one piece, and makes a missing file."""
     try:
@@ -146,6 +170,17 @@ def _beside(target: _SystemPath) -> _SystemPath:
 
 def _replace(target: _SystemPath, pieces: Sequence[Bytes], old: Optional[os.stat_result],
              mode: Optional[int]) -> None:
+    temporary = _write_beside(target, pieces, old, mode, must_own=True)
+    try:
+        os.replace(temporary, target)
+    except BaseException:
+        _remove(temporary)
+        raise
+
+
+def _write_beside(target: _SystemPath, pieces: Sequence[Bytes], old: Optional[os.stat_result],
+                  mode: Optional[int] = None, must_own: bool = False) -> _SystemPath:
+    """The path of the file that was written."""
     temporary = _beside(target)
     descriptor = _open_regular(temporary, os.O_WRONLY | os.O_CREAT | os.O_EXCL)
     try:
@@ -153,23 +188,29 @@ def _replace(target: _SystemPath, pieces: Sequence[Bytes], old: Optional[os.stat
             for piece in pieces:
                 file.write(piece)
             file.flush()
-            _take_after(descriptor, old, mode)
-        os.replace(temporary, target)
+            _take_after(descriptor, old, mode, must_own)
     except BaseException:
-        with contextlib.suppress(OSError):
-            os.unlink(temporary)
+        _remove(temporary)
         raise
+    return temporary
 
 
-def _take_after(descriptor: int, old: Optional[os.stat_result], mode: Optional[int]) -> None:
+def _remove(path: _SystemPath) -> None:
+    with contextlib.suppress(OSError):
+        os.unlink(path)
+
+
+def _take_after(descriptor: int, old: Optional[os.stat_result], mode: Optional[int],
+                must_own: bool) -> None:
     """Gives the new file the owner and the permissions of the old one. PermissionError when it
-    cannot have them."""
+    must have the owner and cannot."""
     if sys.platform == "win32":
         return
     if old is not None:
         new = os.fstat(descriptor)
         if (new.st_uid, new.st_gid) != (old.st_uid, old.st_gid):
-            os.fchown(descriptor, old.st_uid, old.st_gid)
+            with contextlib.nullcontext() if must_own else contextlib.suppress(PermissionError):
+                os.fchown(descriptor, old.st_uid, old.st_gid)
         os.fchmod(descriptor, stat.S_IMODE(old.st_mode))
     if mode is not None:
         os.fchmod(descriptor, mode)

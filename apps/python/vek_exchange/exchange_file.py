@@ -15,7 +15,7 @@ import os
 import struct
 from typing import BinaryIO, List, Optional, Sequence
 
-from ._files import Bytes, Path, failure, open_to_read, shown, write_whole
+from ._files import Bytes, Path, StagedFile, failure, open_to_read, shown, write_whole
 from .errors import VekError
 
 END = 0
@@ -105,13 +105,24 @@ def write_file(path: Path, file: ExchangeFile) -> None:
     VekError when it cannot be written, or when a block is beyond the 4 GiB that the format can
     state; the old file is then as it was.
     """
+    write_whole(path, _pieces(path, file))
+
+
+def stage_file(path: Path, file: ExchangeFile) -> StagedFile:
+    """Writes the file beside the one that is there, where it waits to take its place: so several
+    files change only when all could be written. VekError as for `write_file`. A link is followed,
+    and permissions stay."""
+    return StagedFile(path, _pieces(path, file))
+
+
+def _pieces(path: Path, file: ExchangeFile) -> List[Bytes]:
     if len(file.reserved) != 28:
         raise VekError("The header of an exchange file has 28 reserved bytes: " + shown(path))
     pieces: List[Bytes] = [_MAGIC, file.reserved]
     for block in file.blocks:
         pieces += _block_pieces(path, block)
     pieces.append(bytes(_BLOCK_HEADER.size))
-    write_whole(path, pieces)
+    return pieces
 
 
 def _block_pieces(path: Path, block: Block) -> List[Bytes]:

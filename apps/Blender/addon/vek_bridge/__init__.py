@@ -9,16 +9,18 @@ bl_info = {
     "category": "Import-Export",
 }
 
-from . import interface, operators, session
+from . import interface, operators, session, undoing
 
 
 def register():
     operators.register()
     interface.register()
+    undoing.register()
     session.register()
 
 
 def unregister():
     session.unregister()
+    undoing.unregister()
     interface.unregister()
     operators.unregister()

@@ -8,6 +8,7 @@ import sys
 from .vek_exchange import DEFAULT_ROOT, Tree, VekError
 
 APP = "Blender"
+EXTENSION = ".vek"
 _NOTE = os.path.join(os.path.dirname(__file__), "Vek_Tree.txt")
 _PATIENCE = 5.0  # seconds that a hand-back may take before it is left to itself
 

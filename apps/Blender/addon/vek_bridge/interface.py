@@ -1,9 +1,12 @@
 """The panel in the sidebar of the 3-D view, and the entries of the File menu."""
 
 import bpy
-from bpy.props import FloatProperty, StringProperty
+from bpy.props import BoolProperty, FloatProperty, StringProperty
 
 from . import operators
+
+WAITING = ("Dorvia has sent objects; they come when you end the running tool and go back to "
+           "Object Mode.")
 
 
 class VEK_PT_panel(bpy.types.Panel):
@@ -28,6 +31,8 @@ class VEK_PT_panel(bpy.types.Panel):
         buttons.operator(operators.VEK_OT_send.bl_idname, icon="EXPORT")
         if windows.vek_progress >= 0:
             layout.prop(windows, "vek_progress", text="Esc stops", slider=True)
+        elif windows.vek_waiting:
+            _paragraph(layout.box().column(), WAITING, context.region.width)
         elif windows.vek_message:
             _paragraph(layout.box().column(), windows.vek_message, context.region.width)
 
@@ -63,6 +68,7 @@ def register():
     manager = bpy.types.WindowManager
     manager.vek_message = StringProperty(name="What was done last", options={"SKIP_SAVE"})
     manager.vek_project = StringProperty(name="Project folder", options={"SKIP_SAVE"})
+    manager.vek_waiting = BoolProperty(name="Objects wait", options={"SKIP_SAVE"})
     manager.vek_progress = FloatProperty(name="Progress", subtype="PERCENTAGE", min=-1, max=100,
                                          soft_min=0, precision=0, default=-1,
                                          options={"SKIP_SAVE"})
@@ -75,5 +81,5 @@ def unregister():
     bpy.types.TOPBAR_MT_file_export.remove(_export_entry)
     bpy.types.TOPBAR_MT_file_import.remove(_import_entry)
     bpy.utils.unregister_class(VEK_PT_panel)
-    for name in ("vek_progress", "vek_project", "vek_message"):
+    for name in ("vek_progress", "vek_waiting", "vek_project", "vek_message"):
         delattr(bpy.types.WindowManager, name)

@@ -9,6 +9,7 @@ import numpy as np
 from .vek_exchange import VekError
 from .vek_exchange import exchange_file as blocks
 from .vek_exchange.mesh import mesh_of
+from .work import shown
 
 _FACES = (blocks.FACES_NEGATIVE, blocks.FACES_REPEATED, blocks.TRIANGLES)
 _GEOMETRY = (blocks.VERTICES,) + _FACES
@@ -34,7 +35,7 @@ class Given:
         self.vertices = np.asarray(mesh.vertices, np.float32).reshape(-1, 3)
         self.faces = np.asarray(mesh.faces, np.int32).reshape(-1, 4)
         if not np.isfinite(self.vertices).all():
-            raise VekError(f"A position in this file is not a number: {path}")
+            raise VekError(f"A position in this file is not a number: {shown(path)}")
         good = ~_uses_a_vertex_twice(self.faces)
         self.left_out = int(len(good) - np.count_nonzero(good))
         self.kept = [_kept(block, mesh.face_kind, good, self.left_out)
@@ -51,7 +52,7 @@ def _mesh_of(file, path):
     try:
         return mesh_of(file)
     except VekError as error:
-        raise VekError(f"{str(error).rstrip('.')}: {path}") from None
+        raise VekError(f"{str(error).rstrip('.')}: {shown(path)}") from None
 
 
 def mark_of(faces, uvs):
@@ -62,16 +63,30 @@ def mark_of(faces, uvs):
     return "%d:%08x" % (len(faces), mark)
 
 
-def new_mesh(name, given):
+def new_mesh(name, vertices, faces, uvs):
     mesh = bpy.data.meshes.new(name)
-    mesh.vertices.add(len(given.vertices))
-    mesh.vertices.foreach_set("co", given.vertices.ravel())
-    if len(given.faces):
-        _fill_faces(mesh, given.faces)
-        if given.uvs is not None:
-            mesh.uv_layers.new().data.foreach_set("uv", given.uvs.ravel())
-    mesh.update(calc_edges=True)
+    fill(mesh, vertices, faces)
+    if uvs is not None and len(faces):
+        set_uvs(mesh.uv_layers.new(), uvs)
     return mesh
+
+
+def fill(mesh, vertices, faces):
+    """A mesh without geometry gets one."""
+    mesh.vertices.add(len(vertices))
+    set_positions(mesh.vertices, vertices)
+    if len(faces):
+        _fill_faces(mesh, faces)
+    mesh.update(calc_edges=True)
+
+
+def set_positions(points, positions):
+    """Of vertices, or of the points of a shape key."""
+    points.foreach_set("co", positions.ravel())
+
+
+def set_uvs(layer, uvs):
+    layer.data.foreach_set("uv", uvs.ravel())
 
 
 def _fill_faces(mesh, faces):

@@ -2,6 +2,7 @@
 
 import numpy as np
 
+from . import placing
 from .vek_exchange import Corners, Mesh
 from .vek_exchange import exchange_file as blocks
 from .vek_exchange.mesh import file_of
@@ -21,29 +22,15 @@ class Taken:
         seen = obj.evaluated_get(depsgraph)
         mesh = seen.to_mesh()
         try:
-            self.vertices = _positions(mesh)
-            self.faces, places, self.split = _faces(mesh)
+            self.vertices = positions_of(mesh.vertices)
+            self.faces, places, self.split = faces_of(mesh)
             self.uvs = _uvs(mesh, self.faces, places)
         finally:
             seen.to_mesh_clear()
-        self._move(np.array(obj.matrix_world))
-
-    def _move(self, matrix):
-        if np.array_equal(matrix, np.identity(4)):
-            return
-        moved = self.vertices @ matrix[:3, :3].T + matrix[:3, 3]
-        self.vertices = moved.astype(np.float32)
-        if np.linalg.det(matrix[:3, :3]) < 0:  # a mirror turns faces inside out
-            self._rewind()
-
-    def _rewind(self):
-        order = np.where(self.faces[:, 3:] >= 0, [0, 3, 2, 1], [0, 2, 1, 3])
-        if self.uvs is not None:
-            rows = np.zeros(self.faces.shape + (2,), np.float32)
-            rows[self.faces >= 0] = self.uvs
-            rows = np.take_along_axis(rows, order[:, :, None], 1)
-            self.uvs = rows[self.faces >= 0]
-        self.faces = np.take_along_axis(self.faces, order, 1)
+        matrix = np.array(obj.matrix_world)
+        self.vertices = placing.to_world(self.vertices, matrix)
+        if placing.mirrors(matrix):
+            self.faces, self.uvs = placing.rewound(self.faces, self.uvs)
 
 
 def exchange_file(taken, face_kind, kept, given_mark):
@@ -83,9 +70,10 @@ def _uvs(mesh, faces, places):
     return uvs if places is None else uvs[places[faces >= 0]]
 
 
-def _positions(mesh):
-    positions = np.empty(3 * len(mesh.vertices), np.float32)
-    mesh.vertices.foreach_get("co", positions)
+def positions_of(points):
+    """Of vertices, or of the points of a shape key."""
+    positions = np.empty(3 * len(points), np.float32)
+    points.foreach_get("co", positions)
     return positions.reshape(-1, 3)
 
 
@@ -95,7 +83,7 @@ def _numbers(collection, name, count):
     return numbers.view(np.int32)
 
 
-def _faces(mesh):
+def faces_of(mesh):
     """Faces, the corner of Blender's at each of their places (None: all in order), and how many
     faces had to be split."""
     count = len(mesh.polygons)

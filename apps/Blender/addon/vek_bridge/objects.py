@@ -9,6 +9,7 @@ import struct
 from .vek_exchange import exchange_file as blocks
 
 _LINE = "vek_object"  # its line in the object list
+_NAME = "vek_name"  # what the object was called then
 _FACE_KIND = "vek_face_kind"
 _GIVEN_MARK = "vek_given"
 _KEPT = "vek_blocks"
@@ -18,6 +19,11 @@ _HEAD = "<IIIf"
 SENDABLE = {"MESH", "CURVE", "SURFACE", "FONT", "META"}
 
 
+def is_empty(obj):
+    """Whether there is nothing to see of it without its modifiers."""
+    return obj.type == "MESH" and not obj.data.vertices
+
+
 def line_of(obj):
     line = obj.get(_LINE, b"")
     return line.decode("utf-8", "surrogateescape") if isinstance(line, bytes) else ""
@@ -25,6 +31,34 @@ def line_of(obj):
 
 def remember_line(obj, line):
     obj[_LINE] = line.encode("utf-8", "surrogateescape")
+    obj[_NAME] = obj.name
+
+
+def forget(obj):
+    """It is a thing of Blender's alone from now on."""
+    for key in (_LINE, _NAME, _FACE_KIND, _GIVEN_MARK, _KEPT, _SENT_MODIFIERS):
+        if key in obj:
+            del obj[key]
+
+
+def originals(objs):
+    """Of each line the object that had it first: its copies and the pieces that were cut off it
+    remember the same line. Blender gave those other names, and their meshes too."""
+    found = {}
+    for obj in sorted((obj for obj in objs if line_of(obj)), key=_likeness, reverse=True):
+        found[same_file(line_of(obj))] = obj
+    return found
+
+
+def same_file(line):
+    """Equal for lines that may name one file."""
+    return line.casefold()  # as file systems are that take no regard of letter case
+
+
+def _likeness(obj):
+    """The least for the original."""
+    name = obj.get(_NAME, "")
+    return (obj.name != name, not obj.data or obj.data.name != name, len(obj.name), obj.name)
 
 
 def remember_given(obj, given, mark):
@@ -62,7 +96,8 @@ def rest_sent_modifiers(obj):
     if not obj.get(_SENT_MODIFIERS):
         return False
     obj[_SENT_MODIFIERS] = False
-    for modifier in obj.modifiers:
+    shown = [modifier for modifier in obj.modifiers if modifier.show_viewport]
+    for modifier in shown:
         modifier.show_viewport = False
         modifier.show_render = False
-    return len(obj.modifiers) > 0
+    return len(shown) > 0

@@ -2,14 +2,16 @@
 
 import os
 import time
+import traceback
 
 import bpy
 from bpy.props import CollectionProperty, StringProperty
 from bpy_extras.io_utils import ExportHelper, ImportHelper
 
 from . import bridge, receiving, sending
+from .bridge import EXTENSION
 from .vek_exchange import VekError
-from .work import sentence
+from .work import sentence, shown
 
 _TICK = 0.01  # seconds in which Blender draws and hears the user
 _BETWEEN_DRAWINGS = 0.1  # seconds of work; a step that takes longer is done all the same
@@ -27,8 +29,8 @@ class _LongWork:
             return {"CANCELLED"}
         windows = context.window_manager
         windows.progress_begin(0, max(self._work.total, 1))
-        while not self._work.is_done:
-            self._work.step()
+        while self._goes_on():
+            self._step()
             windows.progress_update(self._work.done)
         windows.progress_end()
         return self._end(context)
@@ -44,17 +46,23 @@ class _LongWork:
         return {"RUNNING_MODAL"}
 
     def modal(self, context, event):
-        if event.type == "ESC":
-            return self._stop_timer(context)
-        if event.type != "TIMER":
+        if event.type == "ESC" and self._goes_on():
+            self._work.stop("you stopped it")
+        elif event.type != "TIMER":
             return {"RUNNING_MODAL"}
-        if self._work.is_done:
-            return self._stop_timer(context)
+        if not self._goes_on():
+            self._stop_timer(context)
+            return self._end(context)
         drawn = time.monotonic()
-        while not self._work.is_done and time.monotonic() - drawn < _BETWEEN_DRAWINGS:
-            self._work.step()
+        while self._goes_on() and time.monotonic() - drawn < _BETWEEN_DRAWINGS:
+            self._step()
         _show_progress(context, 100 * self._work.done / self._work.total)
         return {"RUNNING_MODAL"}
+
+    def cancel(self, context):
+        """Blender opens another scene, or ends."""
+        self._work.give_up()
+        self._stop_timer(context)
 
     def _begin(self, context):
         _leave_other_modes(context)
@@ -65,15 +73,33 @@ class _LongWork:
             return False
         return True
 
+    def _goes_on(self):
+        return not (self._work.is_done or self._work.stopped_by)
+
+    def _step(self):
+        try:
+            self._work.step()
+        except Exception as error:
+            traceback.print_exc()
+            self._work.stop(_surprise(error))
+
     def _stop_timer(self, context):
         context.window_manager.event_timer_remove(self._timer)
         _show_progress(context, -1)
-        return self._end(context)
 
     def _end(self, context):
-        level, text = self._work.outcome()
+        try:
+            level, text = self._work.outcome()
+        except Exception as error:
+            traceback.print_exc()
+            level, text = "ERROR", sentence("The work did not end well", _surprise(error))
         _say(self, context, level, text)
         return {"CANCELLED"} if level == "ERROR" else {"FINISHED"}
+
+
+def _surprise(error):
+    said = " ".join(str(error).split()).rstrip(".") or type(error).__name__
+    return f"the add-on failed, and Blender's console says where: {said}"
 
 
 def _leave_other_modes(context):
@@ -83,6 +109,7 @@ def _leave_other_modes(context):
 
 
 def _say(operator, context, level, text):
+    text = shown(text)
     context.window_manager.vek_message = text
     operator.report({level}, text)
 
@@ -110,7 +137,7 @@ class VEK_OT_send(_LongWork, bpy.types.Operator):
     """Send the selected objects to Dorvia; where none is selected, all that came from there"""
     bl_idname = "vek.send"
     bl_label = "Send"
-    bl_options = {"REGISTER"}
+    bl_options = {"REGISTER", "UNDO"}  # a redo brings back what the objects remember
 
     def work(self, context):
         chosen = sending.objects_to_send(context)
@@ -123,7 +150,7 @@ class VEK_OT_import(_LongWork, ImportHelper, bpy.types.Operator):
     bl_idname = "vek.import_files"
     bl_label = "Import Vek"
     bl_options = {"REGISTER", "UNDO"}
-    filename_ext = receiving.EXTENSION
+    filename_ext = EXTENSION
     filter_glob: StringProperty(default="*.vek;*.Vek;*.VEK", options={"HIDDEN"})
     files: CollectionProperty(type=bpy.types.OperatorFileListElement, options={"SKIP_SAVE"})
     directory: StringProperty(subtype="DIR_PATH", options={"SKIP_SAVE"})
@@ -132,8 +159,8 @@ class VEK_OT_import(_LongWork, ImportHelper, bpy.types.Operator):
 
     def work(self, context):
         paths = [os.path.join(self.directory, file.name) for file in self.files if file.name]
-        lines = [receiving.line_of_file(path) for path in paths or [self.filepath]]
-        return receiving.Receiving(context, lines, from_the_host=False)
+        paths = [receiving.checked(path) for path in paths or [self.filepath]]
+        return receiving.Receiving(context, paths, from_the_host=False)
 
 
 class VEK_OT_export(_LongWork, ExportHelper, bpy.types.Operator):
@@ -141,17 +168,17 @@ class VEK_OT_export(_LongWork, ExportHelper, bpy.types.Operator):
     bl_idname = "vek.export_files"
     bl_label = "Export Vek"
     bl_options = {"REGISTER"}
-    filename_ext = receiving.EXTENSION
+    filename_ext = EXTENSION
     filter_glob: StringProperty(default="*.vek", options={"HIDDEN"})
 
     invoke = ExportHelper.invoke
 
     def work(self, context):
         chosen = sending.objects_to_send(context)
-        lines = [receiving.line_of_file(self.filepath)]
+        paths = [receiving.checked(self.filepath)]
         if len(chosen) != 1:
-            lines = sending.lines_in(chosen, os.path.dirname(self.filepath))
-        return sending.Sending(context, chosen, lines, to_the_host=False)
+            paths = sending.paths_in(chosen, os.path.dirname(self.filepath))
+        return sending.Sending(context, chosen, paths, to_the_host=False)
 
 
 _CLASSES = (VEK_OT_receive, VEK_OT_send, VEK_OT_import, VEK_OT_export)

@@ -3,74 +3,113 @@
 import os
 
 import bpy
-from mathutils import Matrix
+import numpy as np
 
-from . import bridge, mesh_in, objects
+from . import bridge, handed_over, mesh_in, objects, placing, replacing
+from .bridge import EXTENSION
 from .vek_exchange import VekError
-from .work import Work, counted, sentence
+from .work import Work, counted, listed, sentence, shown
 
-EXTENSION = ".vek"
+_NOWHERE = np.identity(4)
 
 
 class Receiving(Work):
     """Each item is a line of the object list. An object that the host sent before gets the new
-    mesh; what it is called and what it is made of stay. Of files that are not the host's nothing is
-    remembered, so that sending does not write over them."""
+    mesh and stays what it is otherwise. Of files that are not the host's, whose paths are the items
+    then, nothing is remembered, so that sending does not write over them."""
 
     def __init__(self, context, lines, from_the_host):
         super().__init__(lines)
         self._context = context
         self._from_the_host = from_the_host
-        self._known = {}
-        if from_the_host:
-            self._known = {objects.line_of(obj): obj for obj in context.scene.objects
-                           if obj.type == "MESH" and objects.line_of(obj)}
+        self._known = objects.originals(context.scene.objects) if from_the_host else {}
+        self._taken_over = handed_over.lines_taken_over() if from_the_host else set()
+        depsgraph = context.evaluated_depsgraph_get()
+        self._places = {line: placing.world_matrix(obj, depsgraph)
+                        for line, obj in self._known.items()}
         self._received = []
         self._failures = []
+        self._skipped = 0
         self._left_out = 0
         self._rested = 0
+        self._replaced = []  # names of objects that are no meshes
+        self._lost = []  # words
+        self._losers = 0
 
     def do(self, line):
+        if line in self._taken_over:
+            self._skipped += 1
+            return
+        path = bridge.tree().exchange_file(line, EXTENSION) if self._from_the_host else line
         try:
-            given = mesh_in.Given(bridge.tree().exchange_file(line, EXTENSION))
+            given = mesh_in.Given(path)
+            obj = self._put(given, line, path)
         except VekError as error:
             self._failures.append(str(error))
             return
-        mesh = mesh_in.new_mesh(os.path.basename(line), given)
-        obj = self._known.get(line)
-        if obj:
-            self._rested += objects.rest_sent_modifiers(obj)
-            _replace_mesh(obj, mesh)
-        else:
-            obj = bpy.data.objects.new(os.path.basename(line), mesh)
-            self._context.collection.objects.link(obj)
         if self._from_the_host:
-            self._known[line] = obj
+            key = objects.same_file(line)
+            self._known[key], self._places[key] = obj, self._places.get(key, _NOWHERE)
             objects.remember_line(obj, line)
         objects.remember_given(obj, given, mesh_in.mark_of(given.faces, given.uvs))
         self._left_out += given.left_out
         if obj not in self._received:
             self._received.append(obj)
 
+    def _put(self, given, line, path):
+        """The object that has the mesh now."""
+        known = self._known.get(objects.same_file(line))
+        if not known:
+            name = shown(os.path.basename(path)[:-len(EXTENSION)])
+            mesh = mesh_in.new_mesh(name, given.vertices, given.faces, given.uvs)
+            obj = bpy.data.objects.new(name, mesh)
+            self._context.collection.objects.link(obj)
+            return obj
+        matrix = self._places[objects.same_file(line)]
+        if known.type != "MESH":
+            obj = replacing.take_the_place_of(known, given, matrix)
+            self._replaced.append(known.name)
+            return obj
+        words = replacing.put(known, given, matrix)
+        self._rested += objects.rest_sent_modifiers(known)
+        self._losers += bool(words)
+        self._lost += [word for word in words if word not in self._lost]
+        return known
+
     def outcome(self):
         self._select_received()
         if not self.total:
             return "WARNING", "The object list is empty: Dorvia has sent nothing."
+        if self._skipped == self.total:
+            return "WARNING", ("Nothing was received: Dorvia has taken over what you sent, and has "
+                               "sent nothing since.")
         if not self._received and self._failures:
             return "ERROR", sentence("Nothing was received", *self._said_failures())
-        stopped = not self.is_done
         counts = counted(len(self._received), "object")
-        if stopped or self._failures:
+        if self.stopped_by or self._failures:
             counts = f"{len(self._received)} of {counted(self.total, 'object')}"
-        clauses = [f"{counts} received", "you stopped it" if stopped else ""]
-        clauses += self._said_failures()
+        notes = [clause for clause in self._notes() if clause]
+        return "WARNING" if notes else "INFO", sentence(f"{counts} received", *notes)
+
+    def _notes(self):
+        """Clauses of what the user has to know."""
+        yield self.stopped_by
+        yield from self._said_failures()
+        if self._skipped:
+            yield f"{self._skipped} left out that Dorvia has taken over and not sent since"
         if self._left_out:
-            clauses.append(f"{counted(self._left_out, 'face')} left out that used a vertex twice")
+            yield f"{counted(self._left_out, 'face')} left out that used a vertex twice"
         if self._rested:
-            clauses.append(f"modifiers of {counted(self._rested, 'object')} switched off, since "
-                           "the mesh has them in it")
-        all_well = len([clause for clause in clauses if clause]) == 1
-        return "INFO" if all_well else "WARNING", sentence(*clauses)
+            yield (f"modifiers of {counted(self._rested, 'object')} switched off, since the mesh "
+                   "has them in it")
+        if self._lost:
+            yield (f"{listed(self._lost)} of {counted(self._losers, 'object')} lost, since faces "
+                   "or vertices are others now")
+        if self._replaced:
+            yield f"hidden, since a mesh takes the place: {', '.join(self._replaced)}"
+        hidden = [obj.name for obj in self._received if not obj.visible_get()]
+        if hidden:
+            yield f"not shown, as you hid it: {', '.join(hidden)}"
 
     def _said_failures(self):
         more = len(self._failures) - 1
@@ -95,21 +134,8 @@ def lines_of_the_list():
     return bridge.tree().object_list()
 
 
-def line_of_file(path):
-    """The line that names an exchange file. VekError when it has another extension."""
-    line, extension = os.path.splitext(path)
-    if extension.lower() != EXTENSION:
+def checked(path):
+    """The path of an exchange file. VekError when it has another extension."""
+    if os.path.splitext(path)[1].lower() != EXTENSION:
         raise VekError(f"This is not a {EXTENSION} file: {path}")
-    return line
-
-
-def _replace_mesh(obj, mesh):
-    old = obj.data
-    name = old.name
-    for material in old.materials:
-        mesh.materials.append(material)
-    obj.data = mesh
-    if not old.users:
-        bpy.data.meshes.remove(old)
-        mesh.name = name
-    obj.matrix_world = Matrix.Identity(4)  # files hold positions in the world
+    return path

@@ -2,25 +2,27 @@
 
 import os
 
-from . import bridge, mesh_out, objects
-from .receiving import EXTENSION
-from .vek_exchange import Tree, VekError
-from .vek_exchange.exchange_file import write_file
-from .work import Work, counted, sentence
+import bpy
 
-_STAGED = ".part"
+from . import bridge, handed_over, mesh_out, objects
+from .bridge import EXTENSION
+from .vek_exchange import Tree, VekError, stage_file
+from .work import Work, counted, sentence
 
 
 class Sending(Work):
-    """Each item is an object. Every file is written beside its place first, and takes it only when
-    all are written; so whatever fails, the files and the object list stay as they were."""
+    """Each item is an object; `lines` are those of the object list, or the paths of files that do
+    not go to the host. Every file is written beside its place first, and takes it only when all are
+    written; so where one cannot be written, the files and the object list stay as they were."""
 
     def __init__(self, context, objs, lines, to_the_host):
         super().__init__(objs)
+        self._written = []  # object, line, its staged file
+        self._instances = [obj.name for obj in context.selected_objects
+                           if obj.instance_type == "COLLECTION"]
         self._depsgraph = context.evaluated_depsgraph_get()
         self._lines = lines
         self._to_the_host = to_the_host
-        self._staged = []  # file as it lies there, where it belongs
         self._problem = ""
         self._split = 0
         self._without_corners = 0
@@ -28,57 +30,84 @@ class Sending(Work):
     def do(self, obj):
         if self._problem:
             return
-        path = bridge.tree().exchange_file(self._lines[self.done - 1], EXTENSION)
+        line = self._lines[self.done - 1]
+        path = bridge.tree().exchange_file(line, EXTENSION) if self._to_the_host else line
         try:
-            self._write(obj, path)
+            self._write(obj, line, path)
         except VekError as error:
-            self._problem = str(error).replace(path + _STAGED, path)
-        except OSError as error:
-            self._problem = f"The file cannot be written: {path} ({error.strerror})"
+            self._problem = str(error)
 
-    def _write(self, obj, path):
+    def _write(self, obj, line, path):
         taken = mesh_out.Taken(obj, self._depsgraph)
+        if not len(taken.vertices) and not objects.is_empty(obj):
+            self._instances.append(obj.name)  # an empty mesh would take the place of what it is
+            return
         file, dropped = mesh_out.exchange_file(taken, objects.face_kind(obj),
                                                objects.kept_blocks(obj), objects.given_mark(obj))
-        staged = path + _STAGED
-        self._staged.append((staged, path))
-        write_file(staged, file)
+        self._written.append((obj, line, stage_file(path, file)))
         self._split += taken.split
         self._without_corners += dropped
 
+    def give_up(self):
+        for _, _, staged in self._written:
+            staged.drop()
+
     def outcome(self):
-        if not self.total:
+        try:
+            return self._outcome()
+        finally:
+            self.give_up()
+
+    def _outcome(self):
+        if not self.total and not self._instances:
             return "ERROR", "There is nothing to send: select objects, or receive some first."
-        if self._problem or not self.is_done:
-            self._take_back()
-            return "ERROR", sentence("Nothing was sent", self._problem or "you stopped it")
-        try:
-            for staged, path in self._staged:
-                os.replace(staged, path)
-        except OSError as error:
-            self._take_back()
-            return "ERROR", sentence("Nothing was sent", f"a file cannot be replaced: {error}")
-        try:
-            if self._to_the_host:
-                bridge.tree().write_object_list(self._lines)
-        except VekError as error:
-            return "WARNING", sentence("The files are written, but Dorvia is not told", str(error))
+        if self._problem or self.stopped_by:
+            return "ERROR", sentence("Nothing was sent", self._problem or self.stopped_by)
+        if not self._written:
+            return "ERROR", sentence("Nothing was sent", *self._said_instances())
+        problem = self._replace_files()
+        if problem:
+            return "ERROR", problem
         if self._to_the_host:
-            for obj, line in zip(self._items, self._lines):
-                objects.remember_sent(obj, line)
+            lines = [line for _, line, _ in self._written]
+            try:
+                bridge.tree().write_object_list(lines)
+            except VekError as error:
+                return "WARNING", sentence("The files are written, but Dorvia is not told",
+                                           str(error))
+            handed_over.remember(lines)
         return self._said_success()
 
-    def _take_back(self):
-        for staged, _ in self._staged:
+    def _replace_files(self):
+        """Each file takes its place. A sentence when one cannot, and all behind it did not."""
+        for number, (obj, line, staged) in enumerate(self._written):
             try:
-                os.remove(staged)
-            except OSError:
-                pass  # was never written
+                staged.take_place()
+            except VekError as error:
+                return self._said_replaced(number, str(error))
+            if self._to_the_host:
+                objects.remember_sent(obj, line)
+        return ""
+
+    def _said_replaced(self, number, why):
+        if not number:
+            return sentence("Nothing was sent", why)
+        names = [os.path.basename(staged.path) for _, _, staged in self._written]
+        return sentence("Not all files were replaced, and Dorvia is not told" if self._to_the_host
+                        else "Not all files were replaced", why,
+                        f"replaced: {', '.join(names[:number])}",
+                        f"not replaced: {', '.join(names[number:])}")
+
+    def _said_instances(self):
+        if not self._instances:
+            return []
+        return ["not sent, having no mesh of their own (make instances real first): "
+                + ", ".join(self._instances)]
 
     def _said_success(self):
         verb = "sent" if self._to_the_host else "exported"
-        clauses = [f"{counted(self.total, 'object')} {verb}"]
-        level = "INFO"
+        clauses = [f"{counted(len(self._written), 'object')} {verb}"] + self._said_instances()
+        level = "WARNING" if self._instances else "INFO"
         if self._split:
             clauses.append(f"{counted(self._split, 'face')} with more than four corners split "
                            "into triangles")
@@ -107,26 +136,26 @@ def objects_to_send(context):
 
 def lines_for(objs, folder):
     """A line for each object: where it came from, or a free place in the folder. A copy of a
-    received object remembers the same place, and gets one of its own."""
-    taken = {_same_file(objects.line_of(obj)) for obj in objs if objects.line_of(obj)}
-    used, lines = set(), []
+    received object remembers the same place, and gets one of its own, also where it goes alone."""
+    originals = objects.originals({obj for scene in bpy.data.scenes for obj in scene.objects})
+    used, lines = set(originals), []
     for obj in objs:
         line = objects.line_of(obj)
-        if not line or _same_file(line) in used:
-            line = free_line(folder, obj.name, taken | used)
-        used.add(_same_file(line))
+        if not line or originals.get(objects.same_file(line)) != obj:
+            line = free_line(folder, obj.name, used)
+        used.add(objects.same_file(line))
         lines.append(line)
     return lines
 
 
-def lines_in(objs, folder):
-    """A line for each object, in the folder, for a file that is not there yet."""
-    used, lines = set(), []
+def paths_in(objs, folder):
+    """A path for each object, in the folder, for a file that is not there yet."""
+    used, paths = set(), []
     for obj in objs:
         line = free_line(folder, obj.name, used)
-        used.add(_same_file(line))
-        lines.append(line)
-    return lines
+        used.add(objects.same_file(line))
+        paths.append(line + EXTENSION)
+    return paths
 
 
 def free_line(folder, name, used):
@@ -134,11 +163,7 @@ def free_line(folder, name, used):
     number = 1
     base = f"{folder}/{Tree.object_file_name(name)}"
     line = base
-    while _same_file(line) in used or os.path.lexists(line + EXTENSION):
+    while objects.same_file(line) in used or os.path.lexists(line + EXTENSION):
         number += 1
         line = f"{base}_{number}"
     return line
-
-
-def _same_file(line):
-    return line.casefold()  # as file systems are that take no regard of letter case

@@ -9,6 +9,7 @@ import bpy
 
 from . import bridge
 from .vek_exchange import VekError
+from .work import shown
 
 _INTERVAL = 0.5  # seconds
 _OLD = 120.0  # seconds after which an order is no longer what the user waits for
@@ -64,6 +65,17 @@ def _took_an_order():
     return age < _OLD
 
 
+def _keep_order():
+    """The user was told that it waits, so however long that takes it does not become old."""
+    try:
+        if time.time() - os.stat(_order()).st_mtime < _OLD:
+            os.utime(_order())
+        else:
+            os.remove(_order())
+    except OSError:
+        pass  # taken away, or not ours to change
+
+
 def _receive():
     windows = bpy.context.window_manager.windows
     if not windows:
@@ -77,7 +89,7 @@ def _receive():
 
 def _show_project():
     try:
-        folder = bridge.tree().project_folder()
+        folder = shown(bridge.tree().project_folder())
     except VekError:
         folder = ""
     manager = bpy.context.window_manager
@@ -85,9 +97,38 @@ def _show_project():
         manager.vek_project = folder
 
 
+def _is_user_busy():
+    """Whether a tool runs or a mode is on: Blender crashes where the mode is left under a tool."""
+    manager = bpy.context.window_manager
+    if manager.vek_progress >= 0:
+        return True
+    for window in manager.windows:
+        active = window.view_layer.objects.active
+        if active and active.mode != "OBJECT":
+            return True
+        if len(getattr(window, "modal_operators", ())):  # Blender 3.4 does not tell them
+            return True
+    return False
+
+
+def _show_waiting(is_waiting):
+    manager = bpy.context.window_manager
+    if manager.vek_waiting != is_waiting:
+        manager.vek_waiting = is_waiting
+        for window in manager.windows:
+            for area in window.screen.areas:
+                if area.type == "VIEW_3D":
+                    area.tag_redraw()
+
+
 def _watch():
     _show_project()
-    if _answers() and _took_an_order():
+    ordered = _answers() and os.path.exists(_order())
+    must_wait = ordered and _is_user_busy()
+    _show_waiting(must_wait)
+    if must_wait:
+        _keep_order()
+    elif ordered and _took_an_order():
         _receive()
     return _INTERVAL
 

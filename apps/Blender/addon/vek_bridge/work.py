@@ -7,6 +7,7 @@ class Work:
     def __init__(self, items):
         self._items = list(items)
         self.done = 0
+        self.stopped_by = ""  # why the rest is not done, as a clause for the user
 
     @property
     def total(self):
@@ -21,20 +22,40 @@ class Work:
         self.done += 1
         self.do(item)
 
+    def stop(self, why):
+        self.stopped_by = why
+
     def do(self, item):
         raise NotImplementedError
 
+    def give_up(self):
+        """The end without an outcome: nothing half done stays."""
+
     def outcome(self):
         """(level, sentence): INFO when all went well, WARNING when something is to be known, ERROR
-        when nothing was done. Also where not all items are done, since the user stopped it."""
+        when nothing was done. Also where it was stopped."""
         raise NotImplementedError
+
+
+def shown(text):
+    """The text as Blender can hold it: names and labels are UTF-8 there, and paths any bytes."""
+    return text.encode("utf-8", "surrogateescape").decode("utf-8", "replace")
 
 
 def counted(number, noun):
     return f"{number} {noun}" if number == 1 else f"{number} {noun}s"
 
 
+def listed(words):
+    *most, last = words
+    return f"{', '.join(most)} and {last}" if most else last
+
+
 def sentence(*clauses):
     """One sentence of the clauses that are not empty."""
     first, *others = [clause.rstrip(".") for clause in clauses if clause]
-    return "; ".join([first] + [clause[0].lower() + clause[1:] for clause in others]) + "."
+    return "; ".join([first] + [_uncapitalised(clause) for clause in others]) + "."
+
+
+def _uncapitalised(clause):
+    return clause if clause[:2].isupper() else clause[0].lower() + clause[1:]

@@ -1,0 +1,74 @@
+"""Copies of objects, and pieces of them."""
+
+import os
+
+import bpy
+from mathutils import Matrix
+from vek_bridge import bridge
+
+from .common import copy_of, receive, select, send, scene
+
+
+def copies(_case):
+    said = [receive()]
+    first = bpy.context.view_layer.objects.active
+    for _ in range(2):
+        copy = first.copy()
+        bpy.context.collection.objects.link(copy)
+        copy.select_set(True)
+    select(*bpy.context.scene.objects)
+    return {"said": said + [send()]}
+
+
+def lone_copy(case):
+    """The copy comes before its original by name, and goes alone; later another, and the original,
+    which has a new name."""
+    path = case["folder"] + "/Egg 0.vek"
+    said, lists = [receive()], []
+    first = bpy.context.view_layer.objects.active
+
+    def send_one(obj):
+        select(obj)
+        bpy.context.view_layer.update()
+        said.append(send())
+        lists.append([os.path.basename(line) for line in bridge.tree().object_list()])
+
+    given = open(path, "rb").read()
+    copy = copy_of(first, "A copy")
+    copy.location.x = 10
+    send_one(copy)
+    send_one(copy)
+    second = copy_of(first)
+    first.name = "Renamed"
+    second.location.x = 20
+    send_one(second)
+    is_untouched = open(path, "rb").read() == given
+    send_one(first)
+    return {"said": said, "lists": lists, "is untouched": is_untouched}
+
+
+def copy_in_the_scene(_case):
+    """The original is what comes again."""
+    said = [receive()]
+    first = bpy.context.view_layer.objects.active
+    for name in ("A copy", "Z copy"):
+        copy_of(first, name).data.transform(Matrix.Translation((0, 0, 50)))
+    first.data.transform(Matrix.Translation((0, 0, 90)))
+    said.append(receive())
+    return {"said": said, "scene": scene()}
+
+
+def separated(_case):
+    said = [receive()]
+    obj = bpy.context.view_layer.objects.active
+    for items in (obj.data.vertices, obj.data.edges, obj.data.polygons):
+        items.foreach_set("select", [False] * len(items))
+    obj.data.polygons[0].select = True
+    bpy.ops.object.mode_set(mode="EDIT")
+    bpy.ops.mesh.select_mode(type="FACE")
+    bpy.ops.mesh.separate(type="SELECTED")
+    bpy.ops.object.mode_set(mode="OBJECT")
+    pieces = [piece for piece in bpy.context.scene.objects if piece != obj]
+    select(*pieces)
+    said.append(send())
+    return {"said": said, "pieces": len(pieces)}

@@ -1,0 +1,95 @@
+"""The File menu, and files and folders with odd names."""
+
+import os
+
+import bpy
+from vek_bridge import bridge, session
+
+from .common import changed, grid, message, moved, new_object, receive, scene, select, send
+
+
+def file_menu(case):
+    """Import, change, export; sending afterwards must not touch what was imported."""
+    files = [{"name": name} for name in case["names"]]
+    said = [message(bpy.ops.vek.import_files, directory=case["folder"], files=files)]
+    shown = scene()
+    said.append(message(bpy.ops.vek.export_files, filepath=case["out"] + "/any.vek"))
+    select(bpy.context.selected_objects[0])
+    said.append(message(bpy.ops.vek.export_files, filepath=case["out"] + "/One.vek"))
+    said.append(send())
+    said.append(message(bpy.ops.vek.import_files, filepath=case["folder"] + "/x.obj"))
+    return {"said": said, "scene": shown}
+
+
+def odd_paths(case):
+    """Letter case and colons of a path stay as the user chose them."""
+    folder = case["out"] + "/a:b"
+    os.mkdir(folder)
+    os.rename(case["folder"] + "/A.vek", folder + "/x:y.Vek")
+    said = [message(bpy.ops.vek.import_files, filepath=folder + "/x:y.Vek")]
+    said.append(message(bpy.ops.vek.export_files, filepath=folder + "/One.VEK"))
+    select(new_object("C:1", *grid(3)), bpy.context.scene.objects[0])
+    said.append(message(bpy.ops.vek.export_files, filepath=folder + "/any.vek"))
+    return {"said": said, "files": sorted(os.listdir(folder)), "scene": scene()}
+
+
+def odd_project(case):
+    """The project folder's name is not UTF-8, and the panel shows it all the same."""
+    folder = case["root"] + "/Gr\udcfcn"
+    os.mkdir(folder)
+    bridge.tree().write_project_path(folder)
+    session._show_project()
+    shown = bpy.context.window_manager.vek_project
+    new_object("New", *grid(3))
+    select(bpy.data.objects["New"])
+    said = [send()]
+    os.remove(folder + "/New.vek")
+    return {"said": said + [receive()], "shown": shown}
+
+
+def long_name(case):
+    """As long as a name can be with the extension."""
+    said = [receive(), send()]
+    return {"said": said, "files": os.listdir(case["folder"])}
+
+
+def linked_file(case):
+    """The exchange file is a link to one in another folder."""
+    said = [receive()]
+    path, real = case["folder"] + "/Egg 0.vek", case["root"] + "/real.vek"
+    os.rename(path, real)
+    os.symlink(real, path)
+    os.chmod(real, 0o640)
+    before = open(real, "rb").read()
+    bpy.data.objects["Egg 0"].location.x = 1
+    said.append(send())
+    return {"said": said, "link": os.readlink(path), "mode": os.stat(real).st_mode & 0o777,
+            "written": open(real, "rb").read() != before}
+
+
+def missing_project(case):
+    """Its folder went away."""
+    bridge.tree().write_project_path(case["root"] + "/gone")
+    new_object("New", *grid(3))
+    select(bpy.data.objects["New"])
+    return {"said": [send()]}
+
+
+def empty_list(_case):
+    """There is a list, but nothing in it."""
+    with open(bridge.tree().object_list_file, "w") as file:
+        file.write(" \n\n")
+    return {"said": [receive()]}
+
+
+def taken_over(_case):
+    """The host takes over what was sent, and turns it; then it sends one of the two again."""
+    said = [receive(), send(), receive()]
+    before = scene()
+    lines = bridge.tree().object_list()
+    for line in lines:
+        changed(line, moved((0, 0, 9)))
+    said.append(receive())
+    is_same = scene() == before
+    bridge.tree().write_object_list(lines[:1])
+    return {"said": said + [receive()], "same": is_same}
