@@ -92,8 +92,8 @@ std::vector<std::string> builtChecks() {
 // for.
 std::string wordsFor(const std::string& control, const std::string& check) {
     std::string words = "--except";
-    for (const char* slow : {"numbers", "empties", "processes", "comma-locale", "full-tree",
-                             "process-state", "same-bytes", "unused-arguments"}) {
+    for (const char* slow : {"numbers", "empties", "nulls", "inputs", "guard-pages", "comma-locale",
+                             "full-tree", "process-state", "same-bytes", "unused-arguments"}) {
         if (slow != check) words += std::string(" ") + slow;
     }
     std::string first = check;

@@ -28,7 +28,13 @@ void openUp(const fs::path& folder) {
 }
 
 void removeAllIn(const fs::path& folder) {
-    std::error_code ignored;
+    std::error_code failed, ignored;
+    for (const auto& entry : fs::directory_iterator(folder, failed)) {
+        if (entry.path() == tree::kMarker) continue;
+        fs::remove_all(entry.path(), failed);
+        if (failed) break;
+    }
+    if (!failed) return;
     openUp(folder);
     for (const auto& entry : fs::directory_iterator(folder, ignored)) {
         if (entry.path() != tree::kMarker) fs::remove_all(entry.path(), ignored);
