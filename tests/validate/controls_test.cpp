@@ -22,8 +22,9 @@ namespace {
 const std::string kSources = VEK_SOURCE_DIR "/tests/validate/controls";
 
 // What these are for does not show as one check that fails.
-const std::set<std::string> kOthers = {"crash_with_child", "exceptions",       "exceptions_load",
-                                       "leaves_group",     "near_names_other", "time_limit"};
+const std::set<std::string> kOthers = {"crash_with_child",  "exceptions",       "exceptions_load",
+                                       "leaves_group",      "near_names_other", "time_limit",
+                                       "time_limit_session"};
 
 std::set<std::string> controls() {
     std::set<std::string> names;

@@ -92,7 +92,7 @@ TEST(Check, NamesTheCallThatAnExceptionCameOutOf) {
 }
 
 // A control that starts a program and waits for it, and leaves the program's id in a file.
-class WaitingControl : public testing::Test {
+class WaitingControl : public testing::TestWithParam<std::string> {
 protected:
     WaitingControl() { setenv("VEK_STARTED", m_idFile.c_str(), 1); }
     ~WaitingControl() override { unsetenv("VEK_STARTED"); }
@@ -112,7 +112,7 @@ protected:
 
     const TempFolder m_folder;
     const std::string m_idFile = m_folder / "id";
-    const std::string m_library = VEK_CONTROLS "/time_limit.so";
+    const std::string m_library = VEK_CONTROLS "/" + GetParam() + ".so";
 
 private:
     static std::string readIfThere(const std::string& path) {
@@ -123,7 +123,7 @@ private:
     }
 };
 
-TEST_F(WaitingControl, IsEndedAtTheTimeLimitWithAllThatItStarted) {
+TEST_P(WaitingControl, IsEndedAtTheTimeLimitWithAllThatItStarted) {
     int status = 0;
     const auto result = validatedAsJson(m_library, "--only results-setup --time-limit 3", status);
     EXPECT_EQ(status, 1);
@@ -133,7 +133,7 @@ TEST_F(WaitingControl, IsEndedAtTheTimeLimitWithAllThatItStarted) {
     EXPECT_TRUE(startedProgramIsGone());
 }
 
-TEST_F(WaitingControl, IsEndedWithTheValidator) {
+TEST_P(WaitingControl, IsEndedWithTheValidator) {
     const pid_t validator = fork();
     ASSERT_GE(validator, 0);
     if (validator == 0) {
@@ -150,5 +150,10 @@ TEST_F(WaitingControl, IsEndedWithTheValidator) {
     EXPECT_EQ(WEXITSTATUS(status), 128 + SIGTERM);
     EXPECT_TRUE(startedProgramIsGone());
 }
+
+// What is in a session of its own is no more in the group that is ended.
+INSTANTIATE_TEST_SUITE_P(Validate, WaitingControl,
+                         testing::Values("time_limit", "time_limit_session"),
+                         [](const auto& control) { return control.param; });
 
 #endif

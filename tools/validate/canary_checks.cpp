@@ -62,10 +62,6 @@ void expectSizedText(const Settings& settings, Report& report) {
                        "VekAppInstall wrote more than the size of its block");
 }
 
-}  // namespace
-
-namespace {
-
 // Calls the export with a canary block for each that it writes to.
 void expectFillAround(Session& session, const StatedCall& call, const Change& change) {
     const ExportEntry& entry = entryOf(call);

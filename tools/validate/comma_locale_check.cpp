@@ -61,21 +61,21 @@ void expectPoints(const Settings& settings, Report& report) {
 }  // namespace
 
 void checkCommaLocale(const Settings& settings, Report& report) {
-    std::vector<Trace> plain;
+    // It is loaded first: the library lies where it will lie with it.
+    if (!setCommaLocale(settings.scratch)) {
+        report.cannotTry("no locale with a decimal comma is installed here, and none can be made");
+        return;
+    }
     const auto forEachCall = [&](auto visit) {
         forEachExport([&](const StatedCall& call) {
             for (const Change& change : ordinaryCalls(call))
                 visit(call, traceOf(settings, report, call, change));
         });
     };
-    // It is loaded first: the library lies where it will lie with it.
-    const bool hasLocale = setCommaLocale(settings.scratch);
+    std::vector<Trace> plain;
     setlocale(LC_ALL, "C");
     forEachCall([&](const StatedCall&, Trace trace) { plain.push_back(std::move(trace)); });
-    if (!hasLocale || !setCommaLocale(settings.scratch)) {
-        report.cannotTry("no locale with a decimal comma is installed here, and none can be made");
-        return;
-    }
+    setCommaLocale(settings.scratch);
     auto before = plain.begin();
     forEachCall([&](const StatedCall& call, const Trace& trace) {
         for (const std::string& difference : differences(*before++, trace)) {

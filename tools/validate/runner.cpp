@@ -31,12 +31,13 @@ std::string outputOf(const Settings& settings) {
 
 void prepareChild(const Settings& settings) {
     const std::string folder = workingFolder(settings), temporary = folder + "/home/tmp";
-    std::filesystem::remove_all(folder);
+    umask(022);
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
     tree::makeFolder(temporary);
     if (chdir(folder.c_str()) != 0) throw std::runtime_error("the folder for scratch is gone");
     setenv("HOME", (folder + "/home").c_str(), 1);
     setenv("TMPDIR", temporary.c_str(), 1);
-    umask(022);
     useStandIns(settings.scratch);
     const int input = open("/dev/null", O_RDONLY);
     const int output =
