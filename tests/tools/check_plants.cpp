@@ -89,6 +89,17 @@ std::vector<Plant> plantsOfFolders() {
              fs::create_symlink("VekHub/projects", root("VekProjects"));
              return Found{"linked-folder VekProjects"};
          }},
+        {"an application in the hub", kOthers,
+         [] {
+             addGoodApp("../VekHub/Strayed");
+             return Found{"application-elsewhere VekHub/Strayed"};
+         }},
+        {"an application at the top of the tree", kNothing,
+         [] {
+             addGoodApp("../VekHub/Strayed");
+             fs::rename(Tree::hub("Strayed"), root("Strayed"));
+             return Found{"application-elsewhere Strayed"};
+         }},
         {"a helper without a program", kOthers,
          [] {
              makeFolders(Tree::hub("VekLocateApp.app/Contents/MacOS"));
@@ -118,6 +129,7 @@ std::vector<Plant> plantsOfFiles() {
          }},
         fileOf("Binary", "Vek_Config.txt", std::string("PATH = \0\1", 9), "not-text"),
         fileOf("Utf16", "Vek_Info.txt", std::string("\xFF\xFEN\0A\0", 6), "not-text", kNothing),
+        fileOf("Formatted", "Vek_Info.txt", "{\\rtf1\\ansi NAME \"x\"}", "not-text", kNothing),
         fileOf("Marked", "Vek_Info.txt", "\xEF\xBB\xBFNAME \"x\"\n", "byte-order-mark:1", kNothing),
     };
 }
@@ -240,6 +252,22 @@ std::vector<Plant> plantsOfTheHub() {
              appendLine(Tree::objectList(), object);
              return Found{"object-file-damaged VekProjects/other.vek"};
          }},
+        {"an object that one user may read", kOthers,
+         [] {
+             const std::string object = Tree::root() + "/VekProjects/private";
+             writeFile(object + ".vek", "Vekb");
+             setMode(object + ".vek", 0600);
+             appendLine(Tree::objectList(), object);
+             return Found{"file-not-shared VekProjects/private.vek"};
+         }},
+        {"an object in a folder of one user", kNothing,
+         [] {
+             makeFolders(Tree::project("mine/inner"));
+             writeFile(Tree::project("mine/inner/a.ma"), "//Maya");
+             setMode(Tree::project("mine"), 0700);
+             appendLine(Tree::objectList(), Tree::project("mine/inner/a"));
+             return Found{"folder-not-shared VekProjects/Default/mine"};
+         }},
         {"a folder in place of an object's file", kNothing,
          [] {
              const std::string object = Tree::root() + "/VekProjects/folder";
@@ -258,6 +286,7 @@ std::vector<Plant> plantsOfConfigurations() {
         fileOf("Twice", config, "PATH = \"/bin/sh\"\r\nX = 1\r\npath = \"/x\"\r\n",
                "duplicate-key:3", kNothing),
         fileOf("Quote", config, "PATH = \"/tmp\n", "unpaired-quote:1", kNothing),
+        fileOf("Curly", config, "PATH = “/bin/sh”\n", "odd-quotes:1", kNothing),
         fileOf("Unlocked", config, "APPS_UNLOCKED = off\n", "unclear-switch:1", kNothing),
         fileOf("Relative", config, "PATH = Relative.app\n", "relative-path:1", kNothing),
         fileOf("Prefixed", config, "PATH = \"Macintosh HD:/no/such/program\"\n",
@@ -312,9 +341,10 @@ std::vector<Plant> plantsOfRoot() {
 const std::vector<Plant>& plants() {
     static const std::vector<Plant> all = [] {
         std::vector<Plant> gathered;
-        for (const auto& some : {plantsOfFolders(), plantsOfFiles(), plantsOfTheHub(),
-                                 plantsOfConfigurations(), plantsOfRoot(), plantsOfApplications(),
-                                 plantsOfDescriptors(), plantsOfCommands(), plantsOfSwitches()}) {
+        for (const auto& some :
+             {plantsOfFolders(), plantsOfFiles(), plantsOfTheHub(), plantsOfConfigurations(),
+              plantsOfRoot(), plantsOfApplications(), plantsOfShippedFiles(), plantsOfBundles(),
+              plantsOfDescriptors(), plantsOfCommands(), plantsOfSwitches()}) {
             gathered.insert(gathered.end(), some.begin(), some.end());
         }
         return gathered;

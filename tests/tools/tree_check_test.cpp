@@ -7,6 +7,7 @@
 #include <set>
 #include <stdexcept>
 
+#include "tests/tools/check_plant_kit.h"
 #include "tests/tools/tree_snapshot.h"
 #include "tests/tools/tree_to_check.h"
 
@@ -37,9 +38,7 @@ TEST(TreeCheck, FindsNothingInATreeThatIsUsedAsItShouldBe) {
     writeFile(Tree::app("Volume", "Vek_Config.txt"), "PATH = \"Macintosh HD:/bin/sh\"\n");
     ASSERT_EQ(chmod(Tree::app("Volume", "Vek_Config.txt").c_str(), 0666), 0);
     ASSERT_EQ(chmod(Tree::app("My App", "Vek_Config.txt").c_str(), 0666), 0);
-    makeFolders(Tree::app("My App", "Helper.app/Contents/MacOS"));
-    writeFile(Tree::app("My App", "Helper.app/Contents/MacOS/applet"), "#!/bin/sh\n");
-    ASSERT_EQ(chmod(Tree::app("My App", "Helper.app/Contents/MacOS/applet").c_str(), 0755), 0);
+    addBundle(Tree::app("My App", "Helper.app"));
     for (const char* own : {"Helper.app/Contents/.DS_Store", "Helper.app/__pycache__/a.pyc"}) {
         const std::string path = Tree::app("My App", own);
         makeFolders(path.substr(0, path.rfind('/')));
