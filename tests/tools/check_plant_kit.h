@@ -47,6 +47,8 @@ Plant editOf(const char* id, const char* name, const std::string& bytes, mode_t 
 // A bundle whose property list names the program Example, which has these bytes.
 void addBundle(const std::string& path, const std::string& bytes = "#!/bin/sh\n");
 
+std::vector<Plant> plantsOfTheHub();
+std::vector<Plant> plantsOfRoot();
 std::vector<Plant> plantsOfApplications();
 std::vector<Plant> plantsOfShippedFiles();
 std::vector<Plant> plantsOfBundles();

@@ -125,6 +125,9 @@ TEST(TreeCheck, SaysWhichQuotesAndBlanksToWrite) {
                  {"\xC2\xA0NAME App", "Write NAME at the beginning of the line."}}) {
         EXPECT_EQ(adviceForLine("NAME", line), advice) << line;
     }
+    addGoodApp("App", "IMPORT_POLYGROUPS “No”\n");
+    EXPECT_EQ(only(checkTree()).advice,
+              "Write IMPORT_POLYGROUPS TRUE or IMPORT_POLYGROUPS FALSE, without quotes.");
     EXPECT_EQ(adviceForEdit("“edit.sh”"),
               "Write EDIT_COMMAND \"edit.sh\", with straight double quotes.");
     EXPECT_EQ(adviceForEdit("edit.sh“-v”"),
@@ -163,6 +166,7 @@ TEST(TreeCheck, FindsASecondKeyOnlyWhereItIsOne) {
                                              {"TAMPLATE a EXPORT_FLIP_X TRUE", "two-keys"},
                                              {"TAMPLATE \"an EXTENSION of it\"", ""},
                                              {"TAMPLATE an extension", ""},
+                                             {"TAMPLATE THE EXTENSION OF MY NAME", ""},
                                              {"TAMPLATE a // EXTENSION is above", ""}}) {
         const TreeToCheck tree;
         addGoodApp("App", line + "\n");
@@ -281,6 +285,10 @@ TEST(TreeCheck, TakesScriptsOfAnyShellThatShCanRun) {
         writeFile(Tree::app("App", "edit.sh"), fine);
         EXPECT_EQ(codesOf(checkTree()), Found()) << fine;
     }
+    writeFile(Tree::app("App", "locate.py"), "#!/usr/bin/env sleep\nimport sys\r\n");
+    setMode(Tree::app("App", "locate.py"), 0755);
+    addGoodApp("App", "LOCATE_COMMAND locate.py\n");
+    EXPECT_EQ(codesOf(checkTree()), Found());
     for (const char* other : {"[[ -n $1 ]]\n", "x=(a b)\n", "cat <<<\"$x\"\n", "source x.sh\n"}) {
         writeFile(Tree::app("App", "edit.sh"), "#!/usr/bin/env bash\n" + bytesOf(3, other));
         EXPECT_STREQ(only(checkTree()).kind->code, "script-for-other-shell") << other;

@@ -3,6 +3,7 @@
 #include "tools/vek/tree_check.h"
 
 #include <map>
+#include <nlohmann/json.hpp>
 #include <random>
 #include <set>
 #include <stdexcept>
@@ -10,6 +11,7 @@
 #include "tests/tools/check_plant_kit.h"
 #include "tests/tools/tree_snapshot.h"
 #include "tests/tools/tree_to_check.h"
+#include "tools/vek/commands.h"
 
 TEST(TreeCheck, FindsNothingInAFreshTree) {
     const TreeToCheck tree;
@@ -127,6 +129,14 @@ TEST(TreeCheck, CannotLookAtATreeThatIsClosed) {
     const TreeToCheck tree;
     ASSERT_EQ(chmod(Tree::root().c_str(), 0), 0);
     EXPECT_THROW(checkTree(), std::runtime_error);
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(checkSharedTree(true), 2);
+    const auto said = nlohmann::json::parse(testing::internal::GetCapturedStdout());
+    EXPECT_EQ(said["tree"], Tree::root());
+    EXPECT_EQ(said["error"], Tree::root() +
+                                 " is closed to this user. Run vek check as an "
+                                 "administrator (sudo).");
+    EXPECT_THROW(checkSharedTree(false), std::runtime_error);
     ASSERT_EQ(chmod(Tree::root().c_str(), 0777), 0);
 }
 

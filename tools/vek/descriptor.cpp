@@ -98,13 +98,18 @@ bool isJoint(const std::string& text, std::size_t at, const char* joints) {
     return at >= text.size() || std::strchr(joints, text[at]);
 }
 
-// A key in capitals as a word of its own, outside of quotes, and no comment before it.
+// A key in capitals as a word of its own, outside of quotes, and no comment before it. What is an
+// ordinary word, too, has to follow a text in quotes.
 std::string keyBehind(const std::string& value) {
     const std::string text = value.substr(0, std::min(value.find("//"), value.find('#')));
     for (const DescriptorKey& key : descriptorKeys()) {
         const std::size_t at = text.find(key.name, 1);
         if (at == text.npos || !isJoint(text, at - 1, " \t,;")) continue;
         if (!isJoint(text, at + key.name.size(), kSeparators)) continue;
+        const bool isWord = key.name.find('_') == key.name.npos;
+        const std::size_t before = text.find_last_not_of(" \t,;", at - 1);
+        const bool isBehindQuote = before != text.npos && text[before] == '"';
+        if (isWord && !isBehindQuote) continue;
         if (!isOdd(text.substr(0, at))) return key.name;
     }
     return "";

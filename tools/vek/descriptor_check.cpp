@@ -177,7 +177,8 @@ private:
                                    "part of the value.",
                          key),
              line.key->kind == Kind::Switch
-                 ? fmt::format("Write {} TRUE or {} FALSE, with an ordinary blank.", key, key)
+                 ? fmt::format("Write {} TRUE or {} FALSE, {}.", key, key,
+                               isBlank ? "with an ordinary blank" : "without quotes")
                  : fmt::format("Write {} {}, with {}.", key, quoted,
                                isBlank ? "ordinary blanks" : "straight double quotes"));
     }

@@ -125,6 +125,11 @@ std::string interpreterOf(const std::string& firstLine) {
     return words.empty() ? "" : words[0];
 }
 
+std::string nameOfInterpreter(const std::string& script) {
+    const std::string program = interpreterOf(firstLineOf(script));
+    return program.substr(program.rfind('/') + 1);
+}
+
 bool isRunnableFile(const std::string& path) {
     const TreeLook look = lookAt(path);
     return look.kind == Kind::File && (look.mode & 0111) != 0;
@@ -160,7 +165,12 @@ bool usesOtherShell(const std::string& script) {
     return false;
 }
 
-bool isOtherShell(const std::string& name) {
+bool isPlainShell(const std::string& name) {
+    return name == "sh" || name == "dash";
+}
+
+bool isShell(const std::string& name) {
+    if (isPlainShell(name)) return true;
     static const std::vector<std::string> shells = {"ash",   "bash",  "busybox", "ksh", "mksh",
                                                     "pdksh", "rbash", "yash",    "zsh"};
     return contains(shells, name.substr(0, name.find_last_not_of("0123456789.-") + 1));
@@ -168,10 +178,9 @@ bool isOtherShell(const std::string& name) {
 
 // sh reads the script, and the first line is a comment to it.
 Fault faultOfShell(const std::string& script) {
-    const std::string program = interpreterOf(firstLineOf(script));
-    const std::string name = program.substr(program.rfind('/') + 1);
-    if (name.empty() || name == "sh" || name == "dash") return {};
-    if (!isOtherShell(name)) {
+    const std::string name = nameOfInterpreter(script);
+    if (name.empty() || isPlainShell(name)) return {};
+    if (!isShell(name)) {
         return ProgramFault{
             "script-not-for-sh", 1,
             fmt::format("The bridge has sh run what ends in .sh, and this is written for {}.",
@@ -236,7 +245,9 @@ Fault faultOfContent(const std::string& file, ProgramForm form) {
                             "a name that ends in .sh, or put the executable there again."};
     }
     const std::string script = scriptIn(head);
-    if (const int line = lineOfCarriageReturn(script)) {
+    const int line = lineOfCarriageReturn(script);
+    // Behind the first line other interpreters take either.
+    if (line == 1 || (line > 1 && (isScript || isShell(nameOfInterpreter(script))))) {
         return ProgramFault{"script-line-ends", line,
                             "Its lines end with a carriage return, which the shell takes for a "
                             "part of each command.",

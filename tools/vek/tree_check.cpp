@@ -148,7 +148,7 @@ std::vector<CheckedApp> checkApps(Findings& findings) {
                      fmt::format("The bridge takes {} applications of these {}, in no order that "
                                  "can be relied on.",
                                  kMostApps, apps.size()),
-                     "Move those that are not used to another place.");
+                     "Move those that are not used out of the tree.");
     } else if (apps.empty()) {
         findings.add("no-application", parent, 0, "There is no target application.",
                      isLink(parent)
