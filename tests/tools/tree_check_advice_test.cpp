@@ -60,6 +60,7 @@ TEST(TreeCheck, SaysThatACommandIsAFileAlone) {
     const TreeToCheck tree;
     addGoodApp("App");
     writeFile(Tree::app("App", "edit.py"), "import sys\n");
+    addBundle(Tree::app("App", "My.app"));
     const std::string aFile =
         "A command is a file of this folder: put a script (.sh) there that starts this, and name "
         "the script.";
@@ -73,6 +74,7 @@ TEST(TreeCheck, SaysThatACommandIsAFileAlone) {
              {"\"/bin/true\"", aFile},
              {"\"open -a Paint\"", aFile},
              {"\"true -v\"", aFile},
+             {"\"My.app/\"", "Write My.app, without the '/' at its end."},
              {"\"" + Tree::app("App", "edit.sh") + "\"",
               "Write EDIT_COMMAND \"edit.sh\", the name that it has here."}}) {
         EXPECT_EQ(adviceForEdit(value), advice) << value;
@@ -95,13 +97,14 @@ TEST(TreeCheck, NamesTheExtensionThatIsMeant) {
                  {"vek", "Write EXTENSION \".vek\"."},
                  {"\".vek,.ma\"", another},
                  {".vek/x", another},
+                 {".vek!", another},
                  {"\".\"", another},
                  {"'.vek'", "Write EXTENSION \".vek\", with straight double quotes."},
                  {"“.vek”", "Write EXTENSION \".vek\", with straight double quotes."},
                  {".vek\xC2\xA0", "Write EXTENSION \".vek\", with ordinary blanks."}}) {
         EXPECT_EQ(adviceForLine("EXTENSION", "EXTENSION " + value), advice) << value;
     }
-    for (const char* fine : {".vek", "\".c4d\"", ".tar.gz", ".my-own_2", ".gebä"}) {
+    for (const char* fine : {".vek", "\".c4d\"", ".tar.gz", ".my-own_2", ".gebä", ".c++"}) {
         writeFile(Tree::app("App", "Vek_Info.txt"),
                   "NAME App\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh\nEXTENSION " +
                       std::string(fine) + "\n");
@@ -223,6 +226,7 @@ TEST(TreeCheck, NamesThePathThatIsMeant) {
              {"file://" + Tree::project("My%20Project"), "Write " + folder + " and nothing else."},
              {"file://" + folder, "Write " + folder},
              {"\"" + folder + "\";", "Write the whole path, from its first '/' on."},
+             {"smb://server/project", "Make the folder, or choose another project in the host."},
              {"~/project", "Write the whole path, from its first '/' on."}}) {
         writeFile(Tree::hub("Vek_ProjectPath.txt"), written);
         EXPECT_EQ(only(checkTree()).advice, advice) << written;

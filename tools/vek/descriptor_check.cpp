@@ -15,7 +15,7 @@ using Parser = BXGenericConfigFileParser;
 
 bool isNameLetter(char c) {
     const auto byte = static_cast<unsigned char>(c);
-    return std::isalnum(byte) || byte >= 0x80 || c == '-' || c == '_';
+    return std::isalnum(byte) || byte >= 0x80 || c == '-' || c == '_' || c == '+';
 }
 
 // A dot and letters, with single dots among them.
@@ -26,11 +26,14 @@ bool isExtension(const std::string& text) {
                        [](char c) { return c == '.' || isNameLetter(c); });
 }
 
-// The one in a text with other signs around it; empty where there is none.
+// The one in a text that has signs around it which do not belong to names; empty where there is
+// none.
 std::string extensionIn(const std::string& text) {
-    const auto first = std::find_if(text.begin(), text.end(), isNameLetter);
-    const auto last = std::find_if(text.rbegin(), text.rend(), isNameLetter).base();
-    const std::string extension = first < last ? "." + std::string(first, last) : "";
+    const char signs[] = " \t*.,;:\"'()<>[]\\";
+    const std::size_t first = text.find_first_not_of(signs);
+    if (first == text.npos) return "";
+    const std::string extension =
+        "." + text.substr(first, text.find_last_not_of(signs) + 1 - first);
     return isExtension(extension) ? extension : "";
 }
 

@@ -51,7 +51,10 @@ public:
             checkBundle(m_findings, file);
         } else if (kind != Kind::File) {
             findNotRunnable(file, "This is no file that could be run.",
-                            "Name a script, an executable or a bundle.");
+                            endsWith(name, ".app/")
+                                ? fmt::format("Write {}, without the '/' at its end.",
+                                              name.substr(0, name.size() - 1))
+                                : "Name a script, an executable or a bundle.");
         } else {
             checkProgram(file);
             checkSigns(file, name);

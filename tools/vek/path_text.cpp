@@ -73,8 +73,10 @@ bool checkAbsolute(Findings& findings, const std::string& path, const std::strin
 void findVolume(Findings& findings, const std::string& path, const std::string& file, int line) {
     const std::string rest = isAddress(path) ? plainPath(path) : withoutVolume(path);
     if (rest == path) return;
-    // To the bridge an address with more in it is a path that is not there, and found as that.
-    if (isAddress(path) && rest != path.substr(kAddress.size())) return;
+    // To the bridge any other address is a path that is not there, and found as that.
+    const bool isOtherAddress =
+        isAddress(path) ? rest != path.substr(kAddress.size()) : rest.compare(0, 2, "//") == 0;
+    if (isOtherAddress) return;
     findings.add("volume-prefix", file, line,
                  fmt::format("The bridge takes off {} in front of \"{}\"; an application that "
                              "reads the path itself may not.",
