@@ -43,6 +43,13 @@ def test_hidden_objects_get_their_meshes_and_stay_hidden(results):
     near(result.found["seen"], result.found["wanted"])
 
 
+def test_objects_in_another_scene_get_their_meshes_there(results):
+    result = results("other scene")
+    assert result.said[1] == "2 objects received; in another scene of this file: Egg 0."
+    assert result.found["objects"] == 2
+    assert result.found["lifted"] == pytest.approx(4)
+
+
 def test_other_objects_with_the_same_mesh_keep_it(results):
     result = results("linked duplicates")
     assert result.said[1:] == ["2 objects " + SENT, "1 object received."]
@@ -74,7 +81,7 @@ def test_what_lies_on_a_mesh_stays_where_its_faces_do(results):
 
 
 ON_FACES = ("materials of single faces, smooth shading of single faces, UV maps, colors and "
-            "attributes and marks of edges")
+            "attributes, face sets and marks of edges")
 
 
 def test_what_lies_on_vertices_stays_where_faces_are_others(results):
@@ -82,8 +89,9 @@ def test_what_lies_on_vertices_stays_where_faces_are_others(results):
     before, after = result.found["before"], result.found["after"]
     assert result.said[2] == (f"1 object received; {ON_FACES} of 1 object lost, since faces or "
                               "vertices are others now.")
-    for what in ("weights", "keys", "way", "slots"):
+    for what in ("weights", "keys", "way", "slots", "mask"):
         assert after[what] == before[what]
+    assert before["mask"] == 0.75
     assert before["weights"] == {"1": [0.25], "2": [0.25], "3": [0.25]}
     assert after["sides"] == before["sides"][::-1]
     assert after["colors"] == ["Wear"]
@@ -97,11 +105,11 @@ def test_what_lies_on_vertices_stays_where_faces_are_others(results):
 def test_what_is_lost_with_the_vertices_is_told(results, case):
     result = results(case)
     assert result.said[2] == (
-        f"1 object received; vertex groups, shape keys, attributes of vertices, {ON_FACES} of 1 "
-        "object lost, since faces or vertices are others now.")
+        "1 object received; vertex groups, shape keys, attributes of vertices, sculpt masks, "
+        f"{ON_FACES} of 1 object lost, since faces or vertices are others now.")
     after = result.found["after"]
     assert after["slots"] == ["Red", "Blue"]
-    assert not any([after["weights"], after["keys"], after["colors"], after["maps"]])
+    assert not any(after[what] for what in ("weights", "keys", "colors", "maps", "mask"))
     near({"it": result.found["seen"]}, {"it": result.found["wanted"]})
 
 

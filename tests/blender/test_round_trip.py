@@ -130,13 +130,21 @@ def test_an_object_that_comes_again_takes_its_place(results):
     assert result.found["objects"] == 1
     assert result.said[2] == ("1 object received; modifiers of 1 object switched off, since the "
                               "mesh has them in it.")
-    assert result.found["shown"] == [False]
+    assert result.found["shown"] == [False, True]  # the second leaves the mesh as it is
     assert result.scene["Egg"]["sides"] == [3] * 32 + [4] * 32
 
 
 def test_edits_that_are_under_way_are_sent(results):
     back = results("edit mode").host.back("Egg 0")
     assert back.vertices == pytest.approx(cases.EGG[0] + (0, 10, 0), abs=1e-5)
+
+
+def test_sending_leaves_the_user_in_the_mode(results):
+    result = results("modes")
+    assert result.said == (["2 objects received."] + ["2 objects " + SENT] * 5
+                           + ["This is not a .vek file: /x.obj.", "2 objects received."])
+    assert result.found["after"] == ["EDIT", "SCULPT", "VERTEX_PAINT", "WEIGHT_PAINT",
+                                     "TEXTURE_PAINT", "EDIT", "OBJECT"]
 
 
 def test_copies_get_files_of_their_own(results):

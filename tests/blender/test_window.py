@@ -161,15 +161,75 @@ def test_a_step_that_fails_ends_the_work(tree, window):
     window.wait_for(lambda state: state["message"] == "2 objects sent; import them in Dorvia.")
 
 
+def begin_sending_and_stay(window):
+    """The sending does its first step, and then no more until `o.go_on()`."""
+    window.do("""
+import vek_bridge.operators as o
+real = o._LongWork._step
+
+def first_alone(self):
+    if not self._work.done:
+        real(self)
+
+def go_on():
+    o._LongWork._step = real
+
+o._LongWork._step, o.go_on = first_alone, go_on
+bpy.ops.object.select_all(action='SELECT')
+bpy.ops.vek.send('INVOKE_DEFAULT', True)
+""")
+    window.wait_for(lambda state: state["busy"])
+
+
+def half_written(tree):
+    return [name for name in os.listdir(tree.default_project_folder) if not name.endswith(".vek")
+            or name.startswith(".")]
+
+
+def test_the_escape_key_stops_the_work(tree, window):
+    begin_sending_and_stay(window)
+    assert half_written(tree)
+    window.do("""
+import types, vek_bridge.operators as o
+modal = o.VEK_OT_send.modal
+
+def pressed(self, context, event):
+    o.VEK_OT_send.modal = modal
+    o.go_on()
+    return modal(self, context, types.SimpleNamespace(type="ESC"))
+
+o.VEK_OT_send.modal = pressed
+""")
+    state = window.wait_for(lambda state: "stopped" in state["message"])
+    assert state["message"] == "Nothing was sent; you stopped it."
+    assert not after_several_looks(window)["busy"]
+    assert not half_written(tree)
+
+
 def test_work_ends_where_another_scene_is_opened(tree, window):
-    window.do("bpy.ops.object.select_all(action='SELECT')\n"
-              "bpy.ops.vek.send('INVOKE_DEFAULT', True)\n"
+    begin_sending_and_stay(window)
+    assert half_written(tree)
+    window.do("import vek_bridge.operators as o\no.go_on()\n"
               "bpy.ops.wm.read_homefile(use_empty=True)")
     window.wait_for(lambda state: not state["objects"])
     state = after_several_looks(window)
     assert not state["busy"] and "sent" not in state["message"]
-    folder = os.listdir(tree.default_project_folder)
-    assert [name for name in folder if not name.endswith(".vek") or name.startswith(".")] == []
+    assert not half_written(tree)
+
+
+def test_sending_leaves_the_user_in_the_mode(window):
+    """And undo takes back the edit that was made before."""
+    window.do("bpy.ops.object.mode_set(mode='EDIT'); bpy.ops.ed.undo_push(message='entered')\n"
+              "bpy.ops.mesh.select_all(action='SELECT'); bpy.ops.mesh.delete(type='VERT')\n"
+              "bpy.ops.ed.undo_push(message='deleted')\n"
+              "bpy.ops.vek.send('INVOKE_DEFAULT', True)")
+    state = window.wait_for(lambda state: "sent" in state["message"])
+    assert state["message"].startswith("2 objects sent; ")
+    assert state["mode"] == "EDIT_MESH"
+    assert after_several_looks(window)["vertices"] == 0
+    window.do("bpy.ops.ed.undo(); bpy.ops.ed.undo()\n"
+              "bpy.ops.object.mode_set(mode='OBJECT')")
+    window.wait_for(lambda state: state["vertices"] == 2 * len(cases.EGG[0]))
 
 
 def test_a_redo_brings_back_what_was_sent_with_modifiers(tree, bridge, window):

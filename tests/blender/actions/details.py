@@ -1,5 +1,6 @@
 """What an artist puts onto a mesh, and what is left of it when the host sends the mesh again."""
 
+import bmesh
 import bpy
 import numpy as np
 
@@ -18,12 +19,24 @@ def decorate(obj):
     mesh.color_attributes.new("Paint", "BYTE_COLOR", "CORNER")
     mesh.color_attributes.new("Wear", "FLOAT_COLOR", "POINT").data[1].color = (0.5, 0, 0, 1)
     mesh.edges[3].use_seam = True
+    mesh.attributes.new(".sculpt_face_set", "INT", "FACE")
+    put_mask(mesh)
     obj.shape_key_add(name="Basis")
     key = obj.shape_key_add(name="Bent")
     for point in list(key.data)[:10]:
         point.co.x += 2
     key.value = 0.5
     bpy.context.view_layer.update()
+
+
+def put_mask(mesh):
+    work = bmesh.new()
+    work.from_mesh(mesh)
+    layer = work.verts.layers.paint_mask.new()
+    work.verts.ensure_lookup_table()
+    work.verts[5][layer] = 0.75
+    work.to_mesh(mesh)
+    work.free()
 
 
 def told(obj):
@@ -40,6 +53,7 @@ def told(obj):
         "colors": sorted(each.name for each in mesh.color_attributes),
         "seams": [edge.index for edge in mesh.edges if edge.use_seam],
         "keys": {key.name: key.value for key in keys},
+        "mask": mesh.vertex_paint_masks[0].data[5].value if mesh.vertex_paint_masks else 0,
         "way": [list(keys[1].data[at].co - keys[0].data[at].co) for at in (0, 20)] if keys else [],
         "sides": [len(face.vertices) for face in mesh.polygons],
         "uvs": [[corner.vertex_index, *uvs.uv] for corner, uvs in

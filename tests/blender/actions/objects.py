@@ -43,6 +43,16 @@ def only_instances(_case):
     return {"said": said + [send()]}
 
 
+def edges_alone(_case):
+    mesh = bpy.data.meshes.new("Wire")
+    mesh.from_pydata([(0, 0, 0), (1, 0, 0), (0, 1, 0)], [(0, 1), (1, 2)], [])
+    obj = bpy.data.objects.new("Wire", mesh)
+    bpy.context.collection.objects.link(obj)
+    bpy.context.view_layer.update()
+    select(obj)
+    return {"said": [send()]}
+
+
 def camera(_case):
     obj = bpy.data.objects.new("Camera", bpy.data.cameras.new("Camera"))
     bpy.context.collection.objects.link(obj)

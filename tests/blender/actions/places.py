@@ -50,6 +50,21 @@ def held(_case):
                          bpy.data.objects["Egg 2"].animation_data.action.fcurves[0].data_path]}
 
 
+def other_scene(_case):
+    """One of the two objects goes to another scene, and the host sends both again."""
+    said = [receive()]
+    there = bpy.data.scenes.new("There")
+    egg = bpy.data.objects["Egg 0"]
+    bpy.context.scene.collection.objects.unlink(egg)
+    there.collection.objects.link(egg)
+    bpy.context.view_layer.update()
+    before = positions(egg)
+    host_changes(change=moved((0, 0, 4)))
+    said.append(receive())
+    return {"said": said, "objects": len(bpy.data.objects),
+            "lifted": positions(egg)[0][2] - before[0][2]}
+
+
 def scaled_to_nothing(_case):
     said = [receive()]
     egg = bpy.data.objects["Egg 0"]

@@ -36,7 +36,8 @@ def to_local(vertices, matrix, name):
 def _moved(vertices, matrix):
     if np.array_equal(matrix, np.identity(4)):
         return vertices
-    return (vertices @ matrix[:3, :3].T + matrix[:3, 3]).astype(np.float32)
+    with np.errstate(over="ignore", invalid="ignore"):  # whoever asks looks at what comes out
+        return (vertices @ matrix[:3, :3].T + matrix[:3, 3]).astype(np.float32)
 
 
 def mirrors(matrix):
