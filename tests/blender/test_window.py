@@ -92,10 +92,7 @@ def window(running, tree, bridge):
 def wait_for_the_end(tree):
     """Until no Blender answers to orders."""
     running = tree.app_file("Blender", "Blender_Running.txt")
-    end = time.monotonic() + PATIENCE
-    while os.path.exists(running) and time.monotonic() < end:
-        time.sleep(0.02)
-    assert not os.path.exists(running)
+    until(lambda: not os.path.exists(running))
 
 
 def test_an_order_starts_blender(tree, running):
@@ -135,8 +132,22 @@ def test_an_order_waits_for_the_end_of_an_edit(tree, bridge, window):
     assert state["waiting"] and state["mode"] == "EDIT_MESH" and "Third" not in state["objects"]
     assert os.path.exists(tree.app_file("Blender", "Blender_Order.txt"))
 
+    leave_order(tree, age=100)  # nearly too old, and kept young while it waits
+    until(lambda: age_of_order(tree) < 50)
     window.do("bpy.ops.object.mode_set(mode='OBJECT')")
     window.wait_for(lambda state: "Third" in state["objects"] and not state["waiting"])
+
+
+@pytest.mark.parametrize("mode", ["OBJECT", "EDIT"])
+def test_an_old_order_is_taken_away_and_not_obeyed(tree, bridge, window, mode):
+    window.do(f"bpy.ops.object.mode_set(mode='{mode}')")
+    window.wait_for(lambda state: state["mode"].startswith(mode))
+    hosted(tree, bridge, ["Third"])
+    leave_order(tree, age=1000)
+    until(lambda: age_of_order(tree) is None)
+    state = after_several_looks(window)
+    assert "Third" not in state["objects"] and not state["waiting"]
+    assert state["mode"].startswith(mode)
 
 
 # Blender has no way to ask for a tool that runs in Object Mode, where receiving does not harm it.
@@ -274,6 +285,29 @@ def after_several_looks(window):
     """The state when Blender has looked for orders some more times."""
     looks = window.state()["looks"]
     return window.wait_for(lambda state: state["looks"] >= looks + 5)
+
+
+def leave_order(tree, age):
+    """As edit.sh does it, and some seconds ago."""
+    order = tree.app_file("Blender", "Blender_Order.txt")
+    with open(order + ".new", "w", encoding="ascii"):
+        pass
+    os.utime(order + ".new", (time.time() - age,) * 2)
+    os.rename(order + ".new", order)
+
+
+def age_of_order(tree):
+    try:
+        return time.time() - os.stat(tree.app_file("Blender", "Blender_Order.txt")).st_mtime
+    except OSError:
+        return None
+
+
+def until(holds):
+    end = time.monotonic() + PATIENCE
+    while not holds():
+        assert time.monotonic() < end, "It never came to that."
+        time.sleep(0.02)
 
 
 def edit(bridge):
