@@ -193,6 +193,7 @@ CASES = {
     "faces turned by the host": (send_uvs, "faces_turned_by_the_host"),
     "vertices added by the host": (send_uvs, "vertices_added_by_the_host"),
     "doubles by the host": (send_uvs, "doubles_by_the_host"),
+    "marked vertices": (send_eggs(1), "marked_vertices"),
     "plain shading": (send_uvs, "plain_shading"),
     "many corners": (nothing, "many_corners"),
     "linked duplicates": (send_eggs(1), "linked_duplicates"),

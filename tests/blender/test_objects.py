@@ -113,6 +113,12 @@ def test_what_is_lost_with_the_vertices_is_told(results, case):
     near({"it": result.found["seen"]}, {"it": result.found["wanted"]})
 
 
+def test_weights_of_vertices_are_attributes_too(results):
+    assert results("marked vertices").said[1] == (
+        "1 object received; attributes of vertices of 1 object lost, since faces or vertices are "
+        "others now.")
+
+
 def test_new_faces_are_smooth_and_of_a_material_where_all_were(results):
     found = results("plain shading").found
     count = len(cases.EGG[1]) - 1

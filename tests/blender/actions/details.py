@@ -103,6 +103,17 @@ def doubles_by_the_host(_case):
     return decorated(change)
 
 
+def marked_vertices(_case):
+    """Weights that Blender does not count among its attributes."""
+    said = [receive()]
+    bpy.data.objects["Egg 0"].data.vertices[2].bevel_weight = 0.5
+
+    def change(mesh):
+        mesh.vertices = np.concatenate([mesh.vertices, np.zeros(3, np.float32)])
+    host_changes(change=change)
+    return {"said": said + [receive()]}
+
+
 def plain_shading(_case):
     """One material for all, and smooth: so are the new faces."""
     said = [receive()]

@@ -7,6 +7,8 @@ import numpy as np
 _OTHERS = {"position", "material_index", "sharp_face", "sharp_edge", "crease_edge", "crease"}
 _MARKS = {"use_seam": bool, "use_edge_sharp": bool, "use_freestyle_mark": bool,
           "crease": np.float32, "bevel_weight": np.float32}
+# What Blender holds beside its attributes.
+_OF_VERTICES = ("has_bevel_weight_vertex", "has_crease_vertex", "skin_vertices")
 
 
 def lost(obj, mesh_has_uvs, stay):
@@ -37,9 +39,11 @@ def on_vertices(obj):
         words.append("vertex groups")
     if obj.data.shape_keys:
         words.append("shape keys")
-    if any(attribute.domain == "POINT" for attribute in _attributes(obj.data)):
+    mesh = obj.data
+    if (any(attribute.domain == "POINT" for attribute in _attributes(mesh))
+            or any(getattr(mesh, name, False) for name in _OF_VERTICES)):
         words.append("attributes of vertices")
-    if ".sculpt_mask" in obj.data.attributes or len(getattr(obj.data, "vertex_paint_masks", ())):
+    if ".sculpt_mask" in mesh.attributes or len(getattr(mesh, "vertex_paint_masks", ())):
         words.append("sculpt masks")
     return words
 
