@@ -124,6 +124,16 @@ def send_uvs(host):
     host.send("Egg", file_bytes(*EGG, more=uv_blocks(EGG[1]) + [UNKNOWN_BLOCK]))
 
 
+def send_uvs_out_of_the_list(host):
+    """The first face has neither a number before the list nor one behind it."""
+    faces = EGG[1]
+    values = faces.astype("<i4")
+    values[0, :3] = -5, 26, 2
+    blocks = uv_blocks(faces)
+    blocks[0] = meshes.block(CORNERS, values.tobytes(), len(faces))
+    host.send("Egg", file_bytes(*EGG, more=blocks))
+
+
 def send_corners(host):
     host.send("Egg", file_bytes(*EGG, more=[corner_block(EGG[1]), UNKNOWN_BLOCK]))
 
@@ -193,6 +203,11 @@ CASES = {
     "faces turned by the host": (send_uvs, "faces_turned_by_the_host"),
     "vertices added by the host": (send_uvs, "vertices_added_by_the_host"),
     "doubles by the host": (send_uvs, "doubles_by_the_host"),
+    "two maps": (send_uvs, "two_maps"),
+    "UVs out of the list": (send_uvs_out_of_the_list, "uvs_out_of_the_list"),
+    "letter case": (send_eggs(1), "letter_case"),
+    "linked": (send_eggs(2), "linked"),
+    "text elsewhere": (nothing, "text_elsewhere"),
     "marked vertices": (send_eggs(1), "marked_vertices"),
     "plain shading": (send_uvs, "plain_shading"),
     "many corners": (nothing, "many_corners"),

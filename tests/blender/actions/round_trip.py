@@ -47,7 +47,8 @@ def array_twice(case):
     obj.modifiers.new("Solid", "COLLISION")
     said += [receive()]
     return {"said": said, "objects": len(bpy.data.objects),
-            "shown": [modifier.show_viewport for modifier in obj.modifiers], "scene": scene()}
+            "shown": [[modifier.show_viewport, modifier.show_render]
+                      for modifier in obj.modifiers], "scene": scene()}
 
 
 def told_to_undo(case):
