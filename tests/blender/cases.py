@@ -221,6 +221,7 @@ CASES = {
     "added": (send_eggs(1), "added"),
     "undo": (send_eggs(10), "undone"),
     "sent, undone, sent": (send_eggs(1), "sent_undone_sent"),
+    "paragraph": (nothing, "paragraph"),
     "long name": (send_a_long_name, "long_name"),
     "linked file": (send_eggs(1), "linked_file"),
     "missing project": (nothing, "missing_project"),
