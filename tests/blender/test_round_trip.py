@@ -130,7 +130,7 @@ def test_an_object_that_comes_again_takes_its_place(results):
     assert result.found["objects"] == 1
     assert result.said[2] == ("1 object received; modifiers of 1 object switched off, since the "
                               "mesh has them in it.")
-    assert result.found["shown"] == [[False, False], [True, True]]  # the second leaves the mesh as it is
+    assert result.found["shown"] == [[False, False], [True, True]]  # that one keeps the mesh
     assert result.scene["Egg"]["sides"] == [3] * 32 + [4] * 32
 
 

@@ -60,7 +60,7 @@ def _paragraph(column, text, region_width):
 
 
 def lines_of(text, width, width_of):
-    """The text in lines that are not wider, broken at blanks; a wider word, as paths are, is cut."""
+    """The text in lines no wider than that, broken at blanks. Wider words, as paths are, are cut."""
     lines = []
     while width_of(text) > width:
         end = 1
