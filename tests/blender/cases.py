@@ -176,6 +176,7 @@ def nothing(_host):
 CASES = {
     "kinds": (send_kinds, "there_and_back"),
     "n-gons": (nothing, "prism"),
+    "corners out of order": (nothing, "corners_out_of_order"),
     "1 object": (send_eggs(1), "there_and_back"),
     "10 objects": (send_eggs(10), "there_and_back"),
     "200 objects": (send_eggs(200), "there_and_back"),
@@ -195,6 +196,7 @@ CASES = {
     "held": (send_eggs(4), "held"),
     "scaled to nothing": (send_eggs(1), "scaled_to_nothing"),
     "hidden": (send_eggs(3), "hidden"),
+    "hidden and held": (send_eggs(2), "hidden_and_held"),
     "other scene": (send_eggs(2), "other_scene"),
     "modes": (send_eggs(2), "modes"),
     "not a number": (send_eggs(1), "not_a_number"),

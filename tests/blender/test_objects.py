@@ -44,6 +44,11 @@ def test_hidden_objects_get_their_meshes_and_stay_hidden(results):
     near(result.found["seen"], result.found["wanted"])
 
 
+def test_hidden_objects_that_are_held_get_their_meshes_where_they_were(results):
+    found = results("hidden and held").found
+    near(found["seen"], found["wanted"])
+
+
 def test_objects_in_another_scene_get_their_meshes_there(results):
     result = results("other scene")
     assert result.said[1] == "2 objects received; in another scene of this file: Egg 0."

@@ -87,6 +87,13 @@ def test_large_faces_keep_their_uvs(results):
     assert uvs == pytest.approx(np.column_stack([vertices / 100, vertices / 7]))
 
 
+def test_corners_out_of_order_are_sent_with_their_faces(results):
+    back = results("corners out of order").host.back("Folded")
+    assert back.faces.tolist() == [[1, 3, 2, -1], [0, 1, 2, -1]]
+    uvs, vertices = uvs_of(back)
+    assert uvs == pytest.approx(np.column_stack([vertices / 100, vertices / 7]))
+
+
 def test_geometry_that_was_added_comes_back_with_its_uvs(results):
     back = results("uvs").host.back("Egg")
     vertices, faces = cases.EGG

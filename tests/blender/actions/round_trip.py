@@ -33,6 +33,17 @@ def prism(_case):
     return {"said": [send()]}
 
 
+def corners_out_of_order(_case):
+    """The first face has the last corners, as Blender before 4 allows it."""
+    obj = new_object("Folded", [(0, 0, 0), (1, 0, 0), (0, 1, 0), (1, 1, 1)], [(0, 1, 2), (1, 3, 2)])
+    uvs = obj.data.uv_layers.new().data
+    obj.data.polygons.foreach_set("loop_start", [3, 0])
+    for corner in obj.data.loops:
+        uvs[corner.index].uv = corner.vertex_index / 100, corner.vertex_index / 7
+    select(obj)
+    return {"said": [send()]}
+
+
 def array(_case):
     said = [receive()]
     for obj in bpy.context.selected_objects:

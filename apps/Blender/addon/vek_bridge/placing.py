@@ -6,8 +6,10 @@ from .vek_exchange import VekError
 
 
 def world_matrix(obj, depsgraph):
-    """Blender does not keep up the matrices of objects that are not shown at all."""
-    if obj.evaluated_get(depsgraph).is_evaluated:
+    """Blender does not keep up the matrices of objects that are not shown at all. Where more than
+    its parent holds such an object, its last one has to do."""
+    is_held_by_more = len(obj.constraints) > 0 or obj.parent_type != "OBJECT"
+    if obj.evaluated_get(depsgraph).is_evaluated or is_held_by_more:
         return np.array(obj.matrix_world)
     matrix = np.array(obj.matrix_basis)
     if obj.parent:
