@@ -54,7 +54,7 @@ print(("%d faces, %d vertices, %d UVs; all came back."):format(counts.faces, cou
 print()
 for _, row in ipairs(rows) do print(("%-32s %8.3f s"):format(row.name, row.seconds)) end
 -- Seconds by the clock, and seconds of processor time in brackets, over all cores.
-local line_of = "%-6s %9s %9s %11s %9s"
+local line_of = "%-7s %9s %9s %11s %9s"
 print()
 print(line_of:format("", "out of", "(cpu)", "into", "(cpu)"))
 print(line_of:format("", "Blender", "", "Blender", ""))
@@ -63,8 +63,12 @@ local function print_row(name, out_of, into)
         facts[into] .. " s", "(" .. facts[into .. "_cpu"] .. ")"))
 end
 print_row("Vek", "send", "receive")
-for _, format in ipairs { "OBJ", "PLY" } do
-    print_row(format, format .. "_export", format .. "_import")
-    print(("  ours / %s: %.2f out, %.2f in"):format(format, facts.send / facts[format .. "_export"],
-        facts.receive / facts[format .. "_import"]))
+for _, format in ipairs { "OBJ", "STL", "Alembic", "USD", "PLY", "glTF", "FBX", "Collada", "own" } do
+    if facts[format .. "_export"] then
+        print_row(format, format .. "_export", format .. "_import")
+        print(("  ours / %s: %.2f out, %.2f in"):format(format,
+            facts.send / facts[format .. "_export"], facts.receive / facts[format .. "_import"]))
+    else
+        print(("%-7s is not in this Blender."):format(format))
+    end
 end

@@ -39,10 +39,24 @@ def test_a_damaged_file(results):
 
 def test_files_that_are_no_meshes(results):
     result = results("nonsense")
-    assert result.said[0].startswith("Nothing was received; ")
+    assert result.said[0].startswith("Nothing was received; a position in this file is not a ")
     assert result.said[0].endswith("; 2 more could not be read.")
     assert "NotANumber.vek" in result.said[0]
     assert not result.scene
+
+
+def test_an_object_with_a_vertex_nowhere(results):
+    result = results("not a number")
+    assert result.said[1:] == ["Nothing was sent; a position in this object is not a number or too "
+                               "far away: Egg 0."] * 2
+    assert result.host.bytes_back()["Egg 0"] == result.host.sent[result.host.line("Egg 0")]
+
+
+def test_edges_without_faces(results):
+    result = results("edges alone")
+    assert result.said == ["1 object sent; only points of what has edges and no faces: Wire; "
+                           "import them in Dorvia."]
+    assert len(result.host.back("Wire").vertices) == 3
 
 
 def test_faces_that_use_a_vertex_twice(results):

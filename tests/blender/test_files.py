@@ -25,3 +25,9 @@ def test_what_is_sent_again_after_an_undo_keeps_its_file(results):
     assert result.found["files"] == ["Egg 0.001.vek", "Egg 0.vek", "New.vek"]
     assert result.found["place"] == 0
     assert sorted(result.host.names_back()) == ["Egg 0.001", "New"]
+
+
+def test_the_panel_breaks_its_sentence_into_lines(results):
+    assert results("paragraph").found["lines"] == [
+        [""], ["one two", "three"], ["one two th", "ree"],
+        ["/a/path/of", "/many/lett", "ers.vek is", "gone."]]

@@ -87,6 +87,13 @@ def test_large_faces_keep_their_uvs(results):
     assert uvs == pytest.approx(np.column_stack([vertices / 100, vertices / 7]))
 
 
+def test_corners_out_of_order_are_sent_with_their_faces(results):
+    back = results("corners out of order").host.back("Folded")
+    assert back.faces.tolist() == [[1, 3, 2, -1], [0, 1, 2, -1]]
+    uvs, vertices = uvs_of(back)
+    assert uvs == pytest.approx(np.column_stack([vertices / 100, vertices / 7]))
+
+
 def test_geometry_that_was_added_comes_back_with_its_uvs(results):
     back = results("uvs").host.back("Egg")
     vertices, faces = cases.EGG
@@ -130,13 +137,21 @@ def test_an_object_that_comes_again_takes_its_place(results):
     assert result.found["objects"] == 1
     assert result.said[2] == ("1 object received; modifiers of 1 object switched off, since the "
                               "mesh has them in it.")
-    assert result.found["shown"] == [False]
+    assert result.found["shown"] == [[False, False], [True, True]]  # that one keeps the mesh
     assert result.scene["Egg"]["sides"] == [3] * 32 + [4] * 32
 
 
 def test_edits_that_are_under_way_are_sent(results):
     back = results("edit mode").host.back("Egg 0")
     assert back.vertices == pytest.approx(cases.EGG[0] + (0, 10, 0), abs=1e-5)
+
+
+def test_sending_leaves_the_user_in_the_mode(results):
+    result = results("modes")
+    assert result.said == (["2 objects received."] + ["2 objects " + SENT] * 5
+                           + ["This is not a .vek file: /x.obj.", "2 objects received."])
+    assert result.found["after"] == ["EDIT", "SCULPT", "VERTEX_PAINT", "WEIGHT_PAINT",
+                                     "TEXTURE_PAINT", "EDIT", "OBJECT"]
 
 
 def test_copies_get_files_of_their_own(results):

@@ -92,10 +92,7 @@ def window(running, tree, bridge):
 def wait_for_the_end(tree):
     """Until no Blender answers to orders."""
     running = tree.app_file("Blender", "Blender_Running.txt")
-    end = time.monotonic() + PATIENCE
-    while os.path.exists(running) and time.monotonic() < end:
-        time.sleep(0.02)
-    assert not os.path.exists(running)
+    until(lambda: not os.path.exists(running))
 
 
 def test_an_order_starts_blender(tree, running):
@@ -135,8 +132,22 @@ def test_an_order_waits_for_the_end_of_an_edit(tree, bridge, window):
     assert state["waiting"] and state["mode"] == "EDIT_MESH" and "Third" not in state["objects"]
     assert os.path.exists(tree.app_file("Blender", "Blender_Order.txt"))
 
+    leave_order(tree, age=100)  # nearly too old, and kept young while it waits
+    until(lambda: age_of_order(tree) < 50)
     window.do("bpy.ops.object.mode_set(mode='OBJECT')")
     window.wait_for(lambda state: "Third" in state["objects"] and not state["waiting"])
+
+
+@pytest.mark.parametrize("mode", ["OBJECT", "EDIT"])
+def test_an_old_order_is_taken_away_and_not_obeyed(tree, bridge, window, mode):
+    window.do(f"bpy.ops.object.mode_set(mode='{mode}')")
+    window.wait_for(lambda state: state["mode"].startswith(mode))
+    hosted(tree, bridge, ["Third"])
+    leave_order(tree, age=1000)
+    until(lambda: age_of_order(tree) is None)
+    state = after_several_looks(window)
+    assert "Third" not in state["objects"] and not state["waiting"]
+    assert state["mode"].startswith(mode)
 
 
 # Blender has no way to ask for a tool that runs in Object Mode, where receiving does not harm it.
@@ -161,15 +172,89 @@ def test_a_step_that_fails_ends_the_work(tree, window):
     window.wait_for(lambda state: state["message"] == "2 objects sent; import them in Dorvia.")
 
 
+def begin_sending_and_stay(window):
+    """The sending does its first step, and then no more until `o.go_on()`."""
+    window.do("""
+import vek_bridge.operators as o
+real = o._LongWork._step
+
+def first_alone(self):
+    if not self._work.done:
+        real(self)
+
+def go_on():
+    o._LongWork._step = real
+
+o._LongWork._step, o.go_on = first_alone, go_on
+bpy.ops.object.select_all(action='SELECT')
+bpy.ops.vek.send('INVOKE_DEFAULT', True)
+""")
+    window.wait_for(lambda state: state["busy"])
+
+
+def half_written(tree):
+    return [name for name in os.listdir(tree.default_project_folder) if not name.endswith(".vek")
+            or name.startswith(".")]
+
+
+def test_the_escape_key_stops_the_work(tree, window):
+    begin_sending_and_stay(window)
+    assert half_written(tree)
+    window.do("""
+import types, vek_bridge.operators as o
+modal = o.VEK_OT_send.modal
+
+def pressed(self, context, event):
+    o.VEK_OT_send.modal = modal
+    o.go_on()
+    return modal(self, context, types.SimpleNamespace(type="ESC"))
+
+o.VEK_OT_send.modal = pressed
+""")
+    state = window.wait_for(lambda state: "stopped" in state["message"])
+    assert state["message"] == "Nothing was sent; you stopped it."
+    assert not after_several_looks(window)["busy"]
+    assert not half_written(tree)
+
+
 def test_work_ends_where_another_scene_is_opened(tree, window):
-    window.do("bpy.ops.object.select_all(action='SELECT')\n"
-              "bpy.ops.vek.send('INVOKE_DEFAULT', True)\n"
+    begin_sending_and_stay(window)
+    assert half_written(tree)
+    window.do("import vek_bridge.operators as o\no.go_on()\n"
               "bpy.ops.wm.read_homefile(use_empty=True)")
     window.wait_for(lambda state: not state["objects"])
     state = after_several_looks(window)
     assert not state["busy"] and "sent" not in state["message"]
-    folder = os.listdir(tree.default_project_folder)
-    assert [name for name in folder if not name.endswith(".vek") or name.startswith(".")] == []
+    assert not half_written(tree)
+
+
+def test_sending_leaves_the_user_in_the_mode(window):
+    """And undo takes back the edit that was made before."""
+    window.do("bpy.ops.object.mode_set(mode='EDIT'); bpy.ops.ed.undo_push(message='entered')\n"
+              "bpy.ops.mesh.select_all(action='SELECT'); bpy.ops.mesh.delete(type='VERT')\n"
+              "bpy.ops.ed.undo_push(message='deleted')\n"
+              "bpy.ops.vek.send('INVOKE_DEFAULT', True)")
+    state = window.wait_for(lambda state: "sent" in state["message"])
+    assert state["message"].startswith("2 objects sent; ")
+    assert state["mode"] == "EDIT_MESH"
+    assert after_several_looks(window)["vertices"] == 0
+    window.do("bpy.ops.ed.undo(); bpy.ops.ed.undo()\n"
+              "bpy.ops.object.mode_set(mode='OBJECT')")
+    window.wait_for(lambda state: state["vertices"] == 2 * len(cases.EGG[0]))
+
+
+def test_undo_goes_on_after_sending_while_sculpting(window):
+    window.do("bpy.ops.object.mode_set(mode='SCULPT'); bpy.ops.ed.undo_push(message='entered')\n"
+              "bpy.ops.vek.send('INVOKE_DEFAULT', True)")
+    window.wait_for(lambda state: "2 objects sent" in state["message"]
+                    and state["mode"] == "SCULPT")
+    window.do("bpy.ops.ed.undo(); bpy.ops.ed.undo()\n"
+              "bpy.context.window_manager.vek_message = 'undone'")
+    assert window.wait_for(lambda state: state["message"] == "undone")["mode"] == "OBJECT"
+    window.do("bpy.ops.ed.redo(); bpy.ops.ed.redo()\n"
+              "bpy.context.window_manager.vek_message = 'redone'")
+    state = window.wait_for(lambda state: state["message"] == "redone")
+    assert state["mode"] == "SCULPT" and len(state["objects"]) == 2
 
 
 def test_a_redo_brings_back_what_was_sent_with_modifiers(tree, bridge, window):
@@ -214,6 +299,29 @@ def after_several_looks(window):
     """The state when Blender has looked for orders some more times."""
     looks = window.state()["looks"]
     return window.wait_for(lambda state: state["looks"] >= looks + 5)
+
+
+def leave_order(tree, age):
+    """As edit.sh does it, and some seconds ago."""
+    order = tree.app_file("Blender", "Blender_Order.txt")
+    with open(order + ".new", "w", encoding="ascii"):
+        pass
+    os.utime(order + ".new", (time.time() - age,) * 2)
+    os.rename(order + ".new", order)
+
+
+def age_of_order(tree):
+    try:
+        return time.time() - os.stat(tree.app_file("Blender", "Blender_Order.txt")).st_mtime
+    except OSError:
+        return None
+
+
+def until(holds):
+    end = time.monotonic() + PATIENCE
+    while not holds():
+        assert time.monotonic() < end, "It never came to that."
+        time.sleep(0.02)
 
 
 def edit(bridge):

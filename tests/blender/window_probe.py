@@ -31,6 +31,8 @@ def tell():
              "mode": bpy.context.mode, "looks": looks,
              "modifiers": [modifier.show_viewport for obj in bpy.data.objects
                            for modifier in obj.modifiers],
+             "vertices": sum(len(obj.data.vertices) for obj in bpy.data.objects
+                             if obj.type == "MESH"),
              "objects": [obj.name for obj in bpy.data.objects if obj.type == "MESH"]}
     with open(FOLDER + "/state.new", "w", encoding="utf-8") as file:
         json.dump(state, file)

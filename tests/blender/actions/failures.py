@@ -46,6 +46,17 @@ def in_the_way(case):
     return {"said": said + [send()]}
 
 
+def not_a_number(_case):
+    """A vertex is nowhere, and later further away than a number of the file can be."""
+    said = [receive()]
+    egg = bpy.data.objects["Egg 0"]
+    egg.data.vertices[3].co.y = float("nan")
+    said.append(send())
+    egg.data.vertices[3].co.y = 1e38
+    egg.scale.y = 1e10
+    bpy.context.view_layer.update()
+    return {"said": said + [send()]}
+
 
 def read_only_hub(case):
     said = [receive()]

@@ -43,12 +43,39 @@ def only_instances(_case):
     return {"said": said + [send()]}
 
 
+def edges_alone(_case):
+    mesh = bpy.data.meshes.new("Wire")
+    mesh.from_pydata([(0, 0, 0), (1, 0, 0), (0, 1, 0)], [(0, 1), (1, 2)], [])
+    obj = bpy.data.objects.new("Wire", mesh)
+    bpy.context.collection.objects.link(obj)
+    bpy.context.view_layer.update()
+    select(obj)
+    return {"said": [send()]}
+
+
 def camera(_case):
     obj = bpy.data.objects.new("Camera", bpy.data.cameras.new("Camera"))
     bpy.context.collection.objects.link(obj)
     bpy.context.view_layer.update()
     select(obj)
     return {"said": [send()]}
+
+
+def text_elsewhere(_case):
+    """The collection of the text is taken out of the view layer before it comes back."""
+    curve = bpy.data.curves.new("Text", "FONT")
+    curve.body, curve.extrude = "Vek", 0.1
+    obj = bpy.data.objects.new("Text", curve)
+    closed = bpy.data.collections.new("Closed")
+    bpy.context.scene.collection.children.link(closed)
+    closed.objects.link(obj)
+    bpy.context.view_layer.update()
+    select(obj)
+    said = [send()]
+    bpy.context.view_layer.layer_collection.children["Closed"].exclude = True
+    bpy.context.view_layer.update()
+    said.append(receive())
+    return {"said": said, "types": sorted(each.type for each in closed.objects)}
 
 
 def text_back(_case):

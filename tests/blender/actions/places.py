@@ -50,6 +50,21 @@ def held(_case):
                          bpy.data.objects["Egg 2"].animation_data.action.fcurves[0].data_path]}
 
 
+def other_scene(_case):
+    """One of the two objects goes to another scene, and the host sends both again."""
+    said = [receive()]
+    there = bpy.data.scenes.new("There")
+    egg = bpy.data.objects["Egg 0"]
+    bpy.context.scene.collection.objects.unlink(egg)
+    there.collection.objects.link(egg)
+    bpy.context.view_layer.update()
+    before = positions(egg)
+    host_changes(change=moved((0, 0, 4)))
+    said.append(receive())
+    return {"said": said, "objects": len(bpy.data.objects),
+            "lifted": positions(egg)[0][2] - before[0][2]}
+
+
 def scaled_to_nothing(_case):
     said = [receive()]
     egg = bpy.data.objects["Egg 0"]
@@ -58,6 +73,32 @@ def scaled_to_nothing(_case):
     host_changes()
     said.append(receive())
     return {"said": said, "same": positions(egg) == before}
+
+
+def hidden_and_held(_case):
+    """One object follows another, one is on a bone, and then both are hidden."""
+    said = [receive()]
+    first, second = bpy.data.objects["Egg 0"], bpy.data.objects["Egg 1"]
+    armature = bpy.data.objects.new("Arm", bpy.data.armatures.new("Arm"))
+    bpy.context.collection.objects.link(armature)
+    bpy.context.view_layer.objects.active = armature
+    bpy.ops.object.mode_set(mode="EDIT")
+    armature.data.edit_bones.new("Bone").tail = (0, 1, 4)
+    bpy.ops.object.mode_set(mode="OBJECT")
+    armature.location = (1, 2, 3)
+    first.constraints.new("COPY_LOCATION").target = armature
+    second.parent, second.parent_type, second.parent_bone = armature, "BONE", "Bone"
+    bpy.context.view_layer.update()
+    for egg in (first, second):
+        egg.hide_viewport = True
+    bpy.context.view_layer.update()
+    host_changes(change=moved((0, 0, 1)))
+    said.append(receive())
+    for egg in (first, second):
+        egg.hide_viewport = False
+    bpy.context.view_layer.update()
+    return {"said": said, "seen": {egg.name: seen_positions(egg) for egg in (first, second)},
+            "wanted": {egg.name: positions_in_file(egg.name) for egg in (first, second)}}
 
 
 def hidden(_case):
@@ -71,6 +112,7 @@ def hidden(_case):
     bpy.context.collection.objects.unlink(eggs[2])
     closed.objects.link(eggs[2])
     eggs[2].parent = eggs[1]
+    eggs[2].matrix_parent_inverse = Matrix.Translation((1, 2, 3))
     bpy.context.view_layer.update()
     eggs[0].hide_set(True)
     eggs[1].hide_viewport = True

@@ -5,7 +5,7 @@ import bpy
 import numpy as np
 from mathutils import Matrix
 
-from .common import new_object, receive, scene, select, send
+from .common import message, new_object, receive, scene, select, send
 
 
 def there_and_back(_case):
@@ -33,6 +33,17 @@ def prism(_case):
     return {"said": [send()]}
 
 
+def corners_out_of_order(_case):
+    """The first face has the last corners, as Blender before 4 allows it."""
+    obj = new_object("Folded", [(0, 0, 0), (1, 0, 0), (0, 1, 0), (1, 1, 1)], [(0, 1, 2), (1, 3, 2)])
+    uvs = obj.data.uv_layers.new().data
+    obj.data.polygons.foreach_set("loop_start", [3, 0])
+    for corner in obj.data.loops:
+        uvs[corner.index].uv = corner.vertex_index / 100, corner.vertex_index / 7
+    select(obj)
+    return {"said": [send()]}
+
+
 def array(_case):
     said = [receive()]
     for obj in bpy.context.selected_objects:
@@ -43,10 +54,12 @@ def array(_case):
 def array_twice(case):
     """What was sent with a modifier comes from the host again."""
     said = array(case)["said"]
-    said += [receive()]
     obj = bpy.data.objects["Egg"]
+    obj.modifiers.new("Solid", "COLLISION")
+    said += [receive()]
     return {"said": said, "objects": len(bpy.data.objects),
-            "shown": [modifier.show_viewport for modifier in obj.modifiers], "scene": scene()}
+            "shown": [[modifier.show_viewport, modifier.show_render]
+                      for modifier in obj.modifiers], "scene": scene()}
 
 
 def told_to_undo(case):
@@ -72,6 +85,22 @@ def edit_mode(_case):
     for vertex in bmesh.from_edit_mesh(obj.data).verts:
         vertex.co.z += 10
     return {"said": said + [send()]}
+
+
+def modes(_case):
+    """Sending while the user edits, sculpts or paints, and exporting to a file of no such kind."""
+    said, after = [receive()], []
+    for mode in ("EDIT", "SCULPT", "VERTEX_PAINT", "WEIGHT_PAINT", "TEXTURE_PAINT"):
+        bpy.ops.object.mode_set(mode=mode)
+        said.append(send())
+        after.append(bpy.context.object.mode)
+        bpy.ops.object.mode_set(mode="OBJECT")
+    bpy.ops.object.mode_set(mode="EDIT")
+    said.append(message(bpy.ops.vek.export_files, filepath="/x.obj"))
+    after.append(bpy.context.object.mode)
+    said.append(receive())
+    after.append(bpy.context.object.mode)
+    return {"said": said, "after": after}
 
 
 def added(_case):

@@ -5,6 +5,10 @@ import numpy as np
 
 # Attributes that have a word of their own below, or stand for the geometry itself.
 _OTHERS = {"position", "material_index", "sharp_face", "sharp_edge", "crease_edge", "crease"}
+_MARKS = {"use_seam": bool, "use_edge_sharp": bool, "use_freestyle_mark": bool,
+          "crease": np.float32, "bevel_weight": np.float32}
+# What Blender holds beside its attributes.
+_OF_VERTICES = ("has_bevel_weight_vertex", "has_crease_vertex", "skin_vertices")
 
 
 def lost(obj, mesh_has_uvs, stay):
@@ -20,9 +24,11 @@ def lost(obj, mesh_has_uvs, stay):
         words.append("UV maps")
     if any(attribute.domain != "POINT" for attribute in _attributes(mesh)):
         words.append("colors and attributes")
+    if ".sculpt_face_set" in mesh.attributes:
+        words.append("face sets")
     if mesh.has_custom_normals:
         words.append("custom normals")
-    if any(_marked(mesh.edges, name) for name in ("use_seam", "use_edge_sharp", "crease")):
+    if any(_marked(mesh.edges, name, kind) for name, kind in _MARKS.items()):
         words.append("marks of edges")
     return words
 
@@ -33,8 +39,12 @@ def on_vertices(obj):
         words.append("vertex groups")
     if obj.data.shape_keys:
         words.append("shape keys")
-    if any(attribute.domain == "POINT" for attribute in _attributes(obj.data)):
+    mesh = obj.data
+    if (any(attribute.domain == "POINT" for attribute in _attributes(mesh))
+            or any(getattr(mesh, name, False) for name in _OF_VERTICES)):
         words.append("attributes of vertices")
+    if ".sculpt_mask" in mesh.attributes or len(getattr(mesh, "vertex_paint_masks", ())):
+        words.append("sculpt masks")
     return words
 
 
@@ -78,8 +88,8 @@ def _values(items, name, kind):
     return values
 
 
-def _marked(edges, name):
+def _marked(edges, name, kind):
     try:
-        return bool(_values(edges, name, np.float32 if name == "crease" else bool).any())
+        return bool(_values(edges, name, kind).any())
     except (AttributeError, TypeError):
-        return False  # creases are attributes in later Blenders
+        return False  # some are attributes in later Blenders

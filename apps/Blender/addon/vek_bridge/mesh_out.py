@@ -3,7 +3,7 @@
 import numpy as np
 
 from . import placing
-from .vek_exchange import Corners, Mesh
+from .vek_exchange import Corners, Mesh, VekError
 from .vek_exchange import exchange_file as blocks
 from .vek_exchange.mesh import file_of
 
@@ -16,6 +16,7 @@ class Taken:
     faces        rows of four vertex indices, -1 the fourth of a triangle
     uvs          rows of two numbers, one for each corner of `faces`; None where it has no UVs
     split        how many faces with more than four corners were split into triangles
+    has_edges_alone    whether it has edges, which files do not hold, and no faces
     """
 
     def __init__(self, obj, depsgraph):
@@ -25,10 +26,13 @@ class Taken:
             self.vertices = positions_of(mesh.vertices)
             self.faces, places, self.split = faces_of(mesh)
             self.uvs = _uvs(mesh, self.faces, places)
+            self.has_edges_alone = len(mesh.edges) > 0 and not len(mesh.polygons)
         finally:
             seen.to_mesh_clear()
         matrix = np.array(obj.matrix_world)
         self.vertices = placing.to_world(self.vertices, matrix)
+        if not np.isfinite(self.vertices).all():
+            raise VekError(f"A position in this object is not a number or too far away: {obj.name}")
         if placing.mirrors(matrix):
             self.faces, self.uvs = placing.rewound(self.faces, self.uvs)
 

@@ -6,6 +6,8 @@ object.
 
 import struct
 
+import bpy
+
 from .vek_exchange import exchange_file as blocks
 
 _LINE = "vek_object"  # its line in the object list
@@ -15,6 +17,7 @@ _GIVEN_MARK = "vek_given"
 _KEPT = "vek_blocks"
 _SENT_MODIFIERS = "vek_sent_modifiers"
 _HEAD = "<IIIf"
+_BESIDE_THE_MESH = {"COLLISION", "PARTICLE_SYSTEM", "SURFACE"}
 
 SENDABLE = {"MESH", "CURVE", "SURFACE", "FONT", "META"}
 
@@ -41,11 +44,13 @@ def forget(obj):
             del obj[key]
 
 
-def originals(objs):
-    """Of each line the object that had it first: its copies and the pieces that were cut off it
-    remember the same line. Blender gave those other names, and their meshes too."""
+def originals():
+    """Of each line the object that had it first, in whatever scene it is: its copies and the pieces
+    that were cut off it remember the same line. Blender gave those other names, and their meshes
+    too."""
+    objs = {obj for scene in bpy.data.scenes for obj in scene.objects if line_of(obj)}
     found = {}
-    for obj in sorted((obj for obj in objs if line_of(obj)), key=_likeness, reverse=True):
+    for obj in sorted(objs, key=_likeness, reverse=True):
         found[same_file(line_of(obj))] = obj
     return found
 
@@ -88,7 +93,13 @@ def kept_blocks(obj):
 
 def remember_sent(obj, line):
     remember_line(obj, line)
-    obj[_SENT_MODIFIERS] = any(modifier.show_viewport for modifier in obj.modifiers)
+    obj[_SENT_MODIFIERS] = len(_shown_modifiers(obj)) > 0
+
+
+def _shown_modifiers(obj):
+    """Those that the mesh has in it when it is sent."""
+    return [modifier for modifier in obj.modifiers
+            if modifier.show_viewport and modifier.type not in _BESIDE_THE_MESH]
 
 
 def rest_sent_modifiers(obj):
@@ -96,7 +107,7 @@ def rest_sent_modifiers(obj):
     if not obj.get(_SENT_MODIFIERS):
         return False
     obj[_SENT_MODIFIERS] = False
-    shown = [modifier for modifier in obj.modifiers if modifier.show_viewport]
+    shown = _shown_modifiers(obj)
     for modifier in shown:
         modifier.show_viewport = False
         modifier.show_render = False

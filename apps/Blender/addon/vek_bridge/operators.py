@@ -21,6 +21,8 @@ class _LongWork:
     """Does its work at once when a script calls it, else step by step under a progress bar; the
     escape key stops it then."""
 
+    _goes_back = False  # to the mode that the user was in
+
     def work(self, context):
         raise NotImplementedError
 
@@ -65,11 +67,11 @@ class _LongWork:
         self._stop_timer(context)
 
     def _begin(self, context):
-        _leave_other_modes(context)
+        self._mode = _leave_other_modes(context)
         try:
             self._work = self.work(context)
         except (VekError, OSError) as error:
-            _say(self, context, "ERROR", sentence(str(error)))
+            self._leave(context, "ERROR", sentence(str(error)))
             return False
         return True
 
@@ -93,8 +95,13 @@ class _LongWork:
         except Exception as error:
             traceback.print_exc()
             level, text = "ERROR", sentence("The work did not end well", _surprise(error))
-        _say(self, context, level, text)
+        self._leave(context, level, text)
         return {"CANCELLED"} if level == "ERROR" else {"FINISHED"}
+
+    def _leave(self, context, level, text):
+        if self._goes_back:
+            _go_back_to(self._mode)
+        _say(self, context, level, text)
 
 
 def _surprise(error):
@@ -103,9 +110,17 @@ def _surprise(error):
 
 
 def _leave_other_modes(context):
-    """Edits that are under way belong to the mesh only when their mode is left."""
+    """Edits that are under way belong to the mesh only when their mode is left. The mode."""
+    active = context.view_layer.objects.active
+    mode = active.mode if active else "OBJECT"
     if context.mode != "OBJECT" and bpy.ops.object.mode_set.poll():
         bpy.ops.object.mode_set(mode="OBJECT")
+    return mode
+
+
+def _go_back_to(mode):
+    if mode != "OBJECT" and bpy.ops.object.mode_set.poll():
+        bpy.ops.object.mode_set(mode=mode)
 
 
 def _say(operator, context, level, text):
@@ -138,6 +153,7 @@ class VEK_OT_send(_LongWork, bpy.types.Operator):
     bl_idname = "vek.send"
     bl_label = "Send"
     bl_options = {"REGISTER", "UNDO"}  # a redo brings back what the objects remember
+    _goes_back = True
 
     def work(self, context):
         chosen = sending.objects_to_send(context)
@@ -168,6 +184,7 @@ class VEK_OT_export(_LongWork, ExportHelper, bpy.types.Operator):
     bl_idname = "vek.export_files"
     bl_label = "Export Vek"
     bl_options = {"REGISTER"}
+    _goes_back = True
     filename_ext = EXTENSION
     filter_glob: StringProperty(default="*.vek", options={"HIDDEN"})
 

@@ -6,8 +6,10 @@ from .vek_exchange import VekError
 
 
 def world_matrix(obj, depsgraph):
-    """Blender does not keep up the matrices of objects that are not shown at all."""
-    if obj.evaluated_get(depsgraph).is_evaluated:
+    """Blender does not keep up the matrices of objects that are not shown at all. Where more than
+    its parent holds such an object, its last one has to do."""
+    is_held_by_more = len(obj.constraints) > 0 or obj.parent_type != "OBJECT"
+    if obj.evaluated_get(depsgraph).is_evaluated or is_held_by_more:
         return np.array(obj.matrix_world)
     matrix = np.array(obj.matrix_basis)
     if obj.parent:
@@ -36,7 +38,8 @@ def to_local(vertices, matrix, name):
 def _moved(vertices, matrix):
     if np.array_equal(matrix, np.identity(4)):
         return vertices
-    return (vertices @ matrix[:3, :3].T + matrix[:3, 3]).astype(np.float32)
+    with np.errstate(over="ignore", invalid="ignore"):  # whoever asks looks at what comes out
+        return (vertices @ matrix[:3, :3].T + matrix[:3, 3]).astype(np.float32)
 
 
 def mirrors(matrix):

@@ -22,7 +22,7 @@ class Receiving(Work):
         super().__init__(lines)
         self._context = context
         self._from_the_host = from_the_host
-        self._known = objects.originals(context.scene.objects) if from_the_host else {}
+        self._known = objects.originals() if from_the_host else {}
         self._taken_over = handed_over.lines_taken_over() if from_the_host else set()
         depsgraph = context.evaluated_depsgraph_get()
         self._places = {line: placing.world_matrix(obj, depsgraph)
@@ -107,9 +107,16 @@ class Receiving(Work):
                    "or vertices are others now")
         if self._replaced:
             yield f"hidden, since a mesh takes the place: {', '.join(self._replaced)}"
-        hidden = [obj.name for obj in self._received if not obj.visible_get()]
+        hidden = [obj.name for obj in self._received
+                  if not obj.visible_get() and self._is_in_this_scene(obj)]
         if hidden:
             yield f"not shown, as you hid it: {', '.join(hidden)}"
+        elsewhere = [obj.name for obj in self._received if not self._is_in_this_scene(obj)]
+        if elsewhere:
+            yield f"in another scene of this file: {', '.join(elsewhere)}"
+
+    def _is_in_this_scene(self, obj):
+        return self._context.scene in obj.users_scene
 
     def _said_failures(self):
         more = len(self._failures) - 1

@@ -2,8 +2,6 @@
 
 import os
 
-import bpy
-
 from . import bridge, handed_over, mesh_out, objects
 from .bridge import EXTENSION
 from .vek_exchange import Tree, VekError, stage_file
@@ -26,6 +24,7 @@ class Sending(Work):
         self._problem = ""
         self._split = 0
         self._without_corners = 0
+        self._points = []  # names of objects that have edges and no faces
 
     def do(self, obj):
         if self._problem:
@@ -46,6 +45,8 @@ class Sending(Work):
                                                objects.kept_blocks(obj), objects.given_mark(obj))
         self._written.append((obj, line, stage_file(path, file)))
         self._split += taken.split
+        if taken.has_edges_alone:
+            self._points.append(obj.name)
         self._without_corners += dropped
 
     def give_up(self):
@@ -111,6 +112,9 @@ class Sending(Work):
         if self._split:
             clauses.append(f"{counted(self._split, 'face')} with more than four corners split "
                            "into triangles")
+        if self._points:
+            level = "WARNING"
+            clauses.append("only points of what has edges and no faces: " + ", ".join(self._points))
         if self._without_corners:
             level = "WARNING"
             clauses.append(f"corner values of {counted(self._without_corners, 'object')} left out, "
@@ -137,7 +141,7 @@ def objects_to_send(context):
 def lines_for(objs, folder):
     """A line for each object: where it came from, or a free place in the folder. A copy of a
     received object remembers the same place, and gets one of its own, also where it goes alone."""
-    originals = objects.originals({obj for scene in bpy.data.scenes for obj in scene.objects})
+    originals = objects.originals()
     used, lines = set(originals), []
     for obj in objs:
         line = objects.line_of(obj)

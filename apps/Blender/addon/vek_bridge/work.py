@@ -58,4 +58,4 @@ def sentence(*clauses):
 
 
 def _uncapitalised(clause):
-    return clause if clause[:2].isupper() else clause[0].lower() + clause[1:]
+    return clause if clause[1:2].isupper() else clause[0].lower() + clause[1:]
