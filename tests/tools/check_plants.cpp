@@ -154,6 +154,8 @@ std::vector<Plant> plantsOfConfigurations() {
         fileOf("Elsewhere", "Vek_InstallList.txt", "/\n \n /no/such/place\n",
                "installed-place-missing:3"),
         fileOf("Failed", "Vek_InstallLog.txt", "No room.\n", "install-failed"),
+        fileOf("Ended", "Vek_InstallLog.txt", std::string("No room.", 9), "install-failed",
+               kNothing),
         {"a misspelt key of the hub", kOthers,
          [] {
              writeFile(Tree::hub(config), "MY_KEY = 1\nPAHT = \"/tmp\"\n");

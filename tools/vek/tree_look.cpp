@@ -74,6 +74,11 @@ bool checkText(Findings& findings, const std::string& path, const std::string& t
     return false;
 }
 
+// Such a log may end with a NUL, for a host that does not clear the block into which it is read.
+bool isInstallLog(const std::string& path) {
+    return path.substr(path.rfind('/') + 1) == kInstallLogName;
+}
+
 }  // namespace
 
 TreeLook lookAt(const std::string& path) {
@@ -219,6 +224,7 @@ bool readText(Findings& findings, const std::string& path, mode_t wanted, std::i
     }
     text.clear();
     BXFile::readWhole(path.c_str(), text, limit);
+    if (isInstallLog(path) && text.size() > 1 && text.back() == '\0') text.pop_back();
     return checkText(findings, path, text);
 }
 
