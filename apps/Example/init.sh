@@ -18,6 +18,7 @@ app=$(tr '\r' '\n' 2>/dev/null <"$folder/Vek_Config.txt" |
     sed 's/^[^=]*=[[:blank:]]*//; s/[[:space:]]*$//; s/^"\(.*\)"$/\1/')
 [ -n "$app" ] || finish "It is not known where Example is. Locate it first."
 [ -d "$app/Contents" ] || finish "Example is no longer where it was located: $app"
+umask 022 # every user's application reads it
 resources=$app/Contents/Resources
 tree=$(cd "$folder/../.." && pwd)
 mkdir -p "$resources" 2>/dev/null && printf '%s\n' "$tree" 2>/dev/null >"$resources/Vek_Tree.txt" ||

@@ -118,6 +118,9 @@ std::vector<Plant> plantsOfDescriptors() {
         descriptorOf("CurlyCommand",
                      "NAME c\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND “edit.sh”\n",
                      "odd-quotes:4"),
+        descriptorOf("CurlyArgument",
+                     "NAME u\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh“-v”\n",
+                     "odd-quotes:4"),
         descriptorOf("TwoKeys",
                      "NAME \"k\" EXTENSION \".vek\"\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh\n",
                      "two-keys:1"),
@@ -158,6 +161,27 @@ std::vector<Plant> plantsOfShippedFiles() {
              makeFolders(Tree::project("addon"));
              fs::create_symlink(Tree::project("addon"), Tree::app("Blender", "addon"));
              return Found{"linked-folder VekApps/Blender/addon"};
+         }},
+        {"a link to nowhere in place of a shipped file", kNothing,
+         [] {
+             fs::remove(Tree::app("Blender", "common.sh"));
+             fs::create_symlink("nowhere", Tree::app("Blender", "common.sh"));
+             return Found{"broken-link VekApps/Blender/common.sh"};
+         }},
+        {"a folder in place of a shipped file", kNothing,
+         [] {
+             fs::remove(Tree::app("Blender", "common.sh"));
+             makeFolders(Tree::app("Blender", "common.sh"));
+             return Found{"not-a-file VekApps/Blender/common.sh"};
+         }},
+        {"a link through a closed folder in place of a shipped file", kNothing,
+         [] {
+             makeFolders(root("VekProjects/closed"));
+             fs::rename(Tree::app("Blender", "common.sh"), root("VekProjects/closed/common.sh"));
+             setMode(root("VekProjects/closed"), 0700);
+             fs::create_symlink("../../VekProjects/closed/common.sh",
+                                Tree::app("Blender", "common.sh"));
+             return Found{"file-not-shared VekApps/Blender/common.sh"};
          }},
         {"a file in place of a shipped folder", kNothing,
          [] {

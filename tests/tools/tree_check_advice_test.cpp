@@ -316,3 +316,29 @@ TEST(TreeCheck, CountsTurnsThatFewerMirrorsDoNotMake) {
               "Find the two or none that the application needs and take the others away; keep them "
               "only if it faces the other way.");
 }
+
+TEST(TreeCheckAdvice, TakesANameWithOddQuotesForWhatItIsWhereItIsThere) {
+    const TreeToCheck tree;
+    addGoodApp("App");
+    const std::string descriptor = Tree::app("App", "Vek_Info.txt");
+    const std::string text = readFile(descriptor);
+    writeFile(descriptor,
+              text.substr(0, text.find("edit.sh")) + "\u00e9dit \u00ab x \u00bb.sh\"\n");
+    fs::rename(Tree::app("App", "edit.sh"), Tree::app("App", "\u00e9dit \u00ab x \u00bb.sh"));
+    const std::string config = Tree::app("App", "Vek_Config.txt");
+    makeFolders(Tree::project("Paint \u201cPro\u201d.app"));
+    writeFile(config, "PATH = \"" + Tree::project("Paint \u201cPro\u201d.app") + "\"\n");
+    ASSERT_EQ(chmod(config.c_str(), 0666), 0);
+    EXPECT_EQ(codesOf(checkTree()), Found());
+}
+
+TEST(TreeCheckAdvice, OffersANearNameBeforeItTakesACommandForALineOfATerminal) {
+    const TreeToCheck tree;
+    addGoodApp("App");
+    const std::string descriptor = Tree::app("App", "Vek_Info.txt");
+    const std::string text = readFile(descriptor);
+    writeFile(descriptor, text.substr(0, text.find("edit.sh")) + "install plugin.sh\"\n");
+    fs::rename(Tree::app("App", "edit.sh"), Tree::app("App", "install_plugin.sh"));
+    EXPECT_EQ(only(checkTree()).advice,
+              "Write install_plugin.sh, which is there, if that is meant.");
+}

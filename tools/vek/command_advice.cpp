@@ -78,11 +78,11 @@ std::string adviceForCommand(const std::string& key, const std::string& name,
         return fmt::format("Write {} \"{}\", a file's name alone{}.", key, file,
                            isScript ? "" : "; what runs it goes behind #! in its first line");
     }
-    if (isLineForTerminal(name) || name[0] == '/') {
+    const Names near = nearWords(name, filesToOffer(key, folder, descriptor));
+    if (near.empty() && (isLineForTerminal(name) || name[0] == '/')) {
         return "A command is a file of this folder: put a script (.sh) there that starts this, and "
                "name the script.";
     }
-    const Names near = nearWords(name, filesToOffer(key, folder, descriptor));
     return near.empty() ? "Put the file into this folder, or name another one that is there for it."
                         : fmt::format("Write {}, which is there, if that is meant.", orList(near));
 }

@@ -83,7 +83,7 @@ private:
     bool checkValue(const ConfigLine& line) {
         const std::string& value = line.value;
         const bool isOn = line.key == kUnlocked && isPlainlyOn(value);
-        if (!isOn && oddQuotesOf(value, true) != OddQuotes::None) {
+        if (!isOn && oddQuotesOf(value, false) != OddQuotes::None) {
             find(
                 "odd-quotes", line.number,
                 fmt::format("The quotes or blanks of {} are none that the bridge knows.", line.key),

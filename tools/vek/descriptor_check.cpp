@@ -7,6 +7,7 @@
 #include "config/bx_generic_config_file_parser.h"
 #include "tools/vek/near_words.h"
 #include "tools/vek/tree_checks.h"
+#include "tools/vek/tree_look.h"
 
 namespace {
 
@@ -201,11 +202,23 @@ private:
     const Descriptor& m_descriptor;
 };
 
+// Odd quotes and blanks in a command are fine where there is a file of just that name.
+void takeNamesAsTheyAre(Descriptor& descriptor, const std::string& folder) {
+    for (DescriptorLine& line : descriptor.lines) {
+        if (!line.key || line.key->kind != Kind::Command || line.value.empty()) continue;
+        const std::string name = line.value.substr(0, line.value.find('"'));
+        if (name.empty() || !isThere(folder + "/" + name)) continue;
+        line.oddQuotes = OddQuotes::None;
+        Descriptor::Value& value = descriptor.values[line.key->name];
+        if (value.line == line.number) value.isFaulty = line.isFaulty();
+    }
+}
+
 }  // namespace
 
 void checkDescriptor(Findings& findings, const std::string& path, const std::string& text,
                      CheckedApp& app) {
-    const Descriptor descriptor = readDescriptor(text);
+    Descriptor descriptor = readDescriptor(text);
     if (descriptor.lines.empty()) {
         findings.add("descriptor-empty", path, 0, "The descriptor says nothing.",
                      "Write at least NAME, EXTENSION, INIT_COMMAND and EDIT_COMMAND into it.");
@@ -217,6 +230,7 @@ void checkDescriptor(Findings& findings, const std::string& path, const std::str
         const std::string command = descriptor.text(key);
         app.files.push_back(command.substr(0, command.find('"')));
     }
+    takeNamesAsTheyAre(descriptor, path.substr(0, path.rfind('/')));
     DescriptorCheck check(findings, path, descriptor);
     check.checkLines();
     check.checkWhatIsNeeded();

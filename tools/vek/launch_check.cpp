@@ -39,6 +39,7 @@ public:
         const std::size_t quote = command.find('"');
         const std::string name = command.substr(0, quote);
         const std::string file = m_folder + "/" + name;
+        if (m_findings.areAbout(file)) return;
         const Kind kind = lookAt(file).kind;
         if (kind == Kind::Missing || name.empty()) {
             findMissing(name, command);

@@ -44,7 +44,8 @@ bool isExecutableCode(const std::string& head) {
         "\xCE\xFA\xED\xFE",
         "\xFE\xED\xFA\xCF",
         "\xCF\xFA\xED\xFE",
-        "\xCA\xFE\xBA\xBE"};
+        "\xCA\xFE\xBA\xBE",
+        "\xCA\xFE\xBA\xBF"};
     return std::any_of(std::begin(magics), std::end(magics),
                        [&](const std::string& magic) { return beginsWith(head, magic); });
 }
@@ -245,6 +246,11 @@ Fault faultOfContent(const std::string& file, ProgramForm form) {
                             "a name that ends in .sh, or put the executable there again."};
     }
     const std::string script = scriptIn(head);
+    const bool isCutShort = script.size() < head.size();
+    if (isCutShort && std::count(script.begin(), script.end(), '\n') < 2) {
+        return ProgramFault{"not-text", 0, "This holds bytes that are no text, and is no script.",
+                            "Put the script there again."};
+    }
     const int line = lineOfCarriageReturn(script);
     // Behind the first line other interpreters take either.
     if (line == 1 || (line > 1 && (isScript || isShell(nameOfInterpreter(script))))) {

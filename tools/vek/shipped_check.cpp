@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include "tools/vek/real_way.h"
 #include "tools/vek/shared_tree.h"
 #include "tools/vek/shipped_apps.h"
 #include "tools/vek/tree_checks.h"
@@ -38,11 +39,26 @@ private:
             findMissing(path, isFolder);
             return false;
         }
-        if (isFolder && (kind == Kind::File || kind == Kind::Other)) {
+        findOther(path, kind, isFolder);
+        return isFolder && kind == Kind::Folder && canLookInto(path);
+    }
+
+    // What is there is not what ships.
+    void findOther(const std::string& path, Kind kind, bool isFolder) {
+        if (kind == Kind::BrokenLink) {
+            m_findings.add("broken-link", path, 0, "This link leads nowhere.",
+                           "Make what it leads to, or remove the link and run vek init.");
+        } else if (isFolder && kind != Kind::Folder && kind != Kind::Hidden) {
             m_findings.add("not-a-folder", path, 0, "This should be a folder, and is none.",
                            "Move it away and run vek init.");
+        } else if (!isFolder && kind != Kind::File && kind != Kind::Hidden) {
+            m_findings.add("not-a-file", path, 0, "This should be a file, and is none.",
+                           "Move it away and run vek init.");
+        } else if (isLink(path) && (kind == Kind::Hidden || !closedBehindLinks(path).empty())) {
+            m_findings.add(isFolder ? "folder-not-shared" : "file-not-shared", path, 0,
+                           "It is a link to a place that some users cannot reach.",
+                           "Remove the link and run vek init.");
         }
-        return isFolder && kind == Kind::Folder && canLookInto(path);
     }
 
     // vek init makes nothing behind links.
