@@ -99,7 +99,20 @@ def remember_sent(obj, line):
 def _shown_modifiers(obj):
     """Those that the mesh has in it when it is sent."""
     return [modifier for modifier in obj.modifiers
-            if modifier.show_viewport and modifier.type not in _BESIDE_THE_MESH]
+            if modifier.show_viewport and modifier.type not in _BESIDE_THE_MESH
+            and getattr(modifier, "levels", 1)]
+
+
+def hidden_levels(obj):
+    """Of a sculpt that is not shown in full: what is shown, as "level 1 of 3". Else empty."""
+    for each in _shown_multires(obj):
+        if each.levels < each.total_levels:
+            return f"level {each.levels} of {each.total_levels}"
+    return ""
+
+
+def _shown_multires(obj):
+    return [each for each in obj.modifiers if each.type == "MULTIRES" and each.show_viewport]
 
 
 def rest_sent_modifiers(obj):

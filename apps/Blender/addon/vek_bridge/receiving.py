@@ -33,6 +33,7 @@ class Receiving(Work):
         self._left_out = 0
         self._rested = 0
         self._replaced = []  # names of objects that are no meshes
+        self._sculpts = []  # names of objects whose Multires modifier does not fit the new faces
         self._lost = []  # words
         self._losers = 0
 
@@ -66,9 +67,14 @@ class Receiving(Work):
             self._context.collection.objects.link(obj)
             return obj
         matrix = self._places[objects.same_file(line)]
+        replacing.check(known)
         if known.type != "MESH":
             obj = replacing.take_the_place_of(known, given, matrix)
             self._replaced.append(known.name)
+            return obj
+        if replacing.would_end_a_sculpt(known, given, matrix):
+            obj = replacing.take_the_place_of(known, given, matrix)
+            self._sculpts.append(known.name)
             return obj
         words = replacing.put(known, given, matrix)
         self._rested += objects.rest_sent_modifiers(known)
@@ -107,6 +113,9 @@ class Receiving(Work):
                    "or vertices are others now")
         if self._replaced:
             yield f"hidden, since a mesh takes the place: {', '.join(self._replaced)}"
+        if self._sculpts:
+            yield ("hidden with the sculpt of its Multires modifier, since a mesh with other faces "
+                   f"takes the place: {', '.join(self._sculpts)}")
         hidden = [obj.name for obj in self._received
                   if not obj.visible_get() and self._is_in_this_scene(obj)]
         if hidden:

@@ -24,6 +24,7 @@ class Sending(Work):
         self._problem = ""
         self._split = 0
         self._without_corners = 0
+        self._low = []  # names of objects whose sculpt is not sent in full, and how much is
         self._points = []  # names of objects that have edges and no faces
 
     def do(self, obj):
@@ -45,6 +46,8 @@ class Sending(Work):
                                                objects.kept_blocks(obj), objects.given_mark(obj))
         self._written.append((obj, line, stage_file(path, file)))
         self._split += taken.split
+        if objects.hidden_levels(obj):
+            self._low.append(f"{obj.name} ({objects.hidden_levels(obj)})")
         if taken.has_edges_alone:
             self._points.append(obj.name)
         self._without_corners += dropped
@@ -112,6 +115,10 @@ class Sending(Work):
         if self._split:
             clauses.append(f"{counted(self._split, 'face')} with more than four corners split "
                            "into triangles")
+        if self._low:
+            level = "WARNING"
+            clauses.append("less than the whole sculpt, as the Multires modifier shows less: "
+                           + ", ".join(self._low))
         if self._points:
             level = "WARNING"
             clauses.append("only points of what has edges and no faces: " + ", ".join(self._points))
