@@ -11,6 +11,8 @@ ODD_NAMES = ["with blanks  inside", "dots.in.it.001", "Blumentöpfe 花", "a" * 
              "it's 100 % \"$HOME\""]
 LONG_NAME = "n" * 251  # and the extension
 UNKNOWN_BLOCK = meshes.block(UNKNOWN, b"somebody's", 3, 0.5)
+ODD_NUMBER = b"\x01\x00\xa0\x7f"  # a number that arithmetic changes
+ODD_BLOCK = UNKNOWN_BLOCK[:12] + ODD_NUMBER + UNKNOWN_BLOCK[16:]
 SWITCHES = range(16)
 
 
@@ -30,7 +32,7 @@ def uv_blocks(faces):
 def send_kinds(host):
     vertices, faces = EGG
     more = [corner_block(faces), UNKNOWN_BLOCK]
-    host.send("Box", file_bytes(*BOX, more=[UNKNOWN_BLOCK]))
+    host.send("Box", file_bytes(*BOX, more=[UNKNOWN_BLOCK, ODD_BLOCK]))
     host.send("Mixed", file_bytes(vertices, faces, NEGATIVE, more))
     host.send("Repeated", file_bytes(vertices, faces, REPEATED, more))
     host.send("Triangles", file_bytes(vertices, meshes.only_triangles(faces)))
@@ -208,6 +210,15 @@ CASES = {
     "added": (send_eggs(1), "added"),
     "undo": (send_eggs(10), "undone"),
     "sent, undone, sent": (send_eggs(1), "sent_undone_sent"),
+    "own after undo": (send_eggs(1), "own_after_undo"),
+    "own in another scene file": (send_eggs(1), "own_in_another_scene_file"),
+    "own after deleting": (send_eggs(1), "own_after_deleting"),
+    "renamed and undone": (nothing, "renamed_and_undone"),
+    "volume in the project path": (send_eggs(1), "volume_in_the_project_path"),
+    "volume in a line": (send_eggs(1), "volume_in_a_line"),
+    "letter case": (send_eggs(1), "letter_case"),
+    "letter case told": (send_eggs(1), "letter_case_told"),
+    "copy of a scene": (send_eggs(1), "copy_of_a_scene"),
     "long name": (send_a_long_name, "long_name"),
     "linked file": (send_eggs(1), "linked_file"),
     "missing project": (nothing, "missing_project"),

@@ -6,7 +6,8 @@ import bpy
 from mathutils import Matrix
 from vek_bridge import bridge
 
-from .common import copy_of, receive, select, send, scene
+from .common import (copy_of, host_changes, moved, positions_in_file, receive, scene,
+                     seen_positions, select, send)
 
 
 def copies(_case):
@@ -56,6 +57,20 @@ def copy_in_the_scene(_case):
     first.data.transform(Matrix.Translation((0, 0, 90)))
     said.append(receive())
     return {"said": said, "scene": scene()}
+
+
+def copy_of_a_scene(_case):
+    """The user goes on in a full copy of the scene, whose object is the one that is sent then, and
+    that comes again."""
+    said = [receive()]
+    bpy.ops.scene.new(type="FULL_COPY")
+    copy, = bpy.context.scene.objects
+    select(copy)
+    said.append(send())
+    host_changes(change=moved((0, 0, 5)))
+    said.append(receive())
+    return {"said": said, "seen": seen_positions(copy), "wanted": positions_in_file("Egg 0"),
+            "objects": len(bpy.data.objects)}
 
 
 def separated(_case):

@@ -3,7 +3,7 @@ they do not fit Blender any more until it sends them again."""
 
 import os
 
-from . import bridge
+from . import bridge, paths
 
 
 def _note():
@@ -19,14 +19,10 @@ def _mark(path):
     return b"%d-%d-%d" % (status.st_ino, status.st_size, status.st_mtime_ns)
 
 
-def _file(line):
-    return bridge.tree().exchange_file(line, bridge.EXTENSION)
-
-
 def remember(lines):
     """To be called when files and object list are written."""
     notes = [_mark(bridge.tree().object_list_file)]
-    notes += [_mark(_file(line)) + b" " + line.encode("utf-8", "surrogateescape") for line in lines]
+    notes += [_mark(paths.of_line(line)) + b" " + line.encode("utf-8", "surrogateescape") for line in lines]
     try:
         with open(_note(), "wb") as note:
             note.write(b"\n".join(notes))
@@ -48,6 +44,6 @@ def lines_taken_over():
     taken = set()
     for mark, line in (each.split(b" ", 1) for each in of_files):
         line = line.decode("utf-8", "surrogateescape")
-        if _mark(_file(line)) not in (mark, b""):
+        if _mark(paths.of_line(line)) not in (mark, b""):
             taken.add(line)
     return taken

@@ -142,4 +142,6 @@ def _kept(block, face_kind, good, left_out):
     if stride == 3:
         values = np.column_stack([values, np.full(len(values), -1, "<i4")])
     count = block.count - left_out if block.count == len(good) else block.count
-    return blocks.Block(block.id, values.astype("<i4").tobytes(), count, block.param)
+    kept = blocks.Block(block.id, values.astype("<i4").tobytes(), count)
+    kept.param_bits = block.param_bits
+    return kept

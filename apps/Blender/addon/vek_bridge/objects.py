@@ -8,6 +8,7 @@ import struct
 
 import bpy
 
+from . import paths
 from .vek_exchange import exchange_file as blocks
 
 _LINE = "vek_object"  # its line in the object list
@@ -16,7 +17,7 @@ _FACE_KIND = "vek_face_kind"
 _GIVEN_MARK = "vek_given"
 _KEPT = "vek_blocks"
 _SENT_MODIFIERS = "vek_sent_modifiers"
-_HEAD = "<IIIf"
+_HEAD = "<IIII"
 _BESIDE_THE_MESH = {"COLLISION", "PARTICLE_SYSTEM", "SURFACE"}
 
 SENDABLE = {"MESH", "CURVE", "SURFACE", "FONT", "META"}
@@ -44,33 +45,29 @@ def forget(obj):
             del obj[key]
 
 
-def originals():
-    """Of each line the object that had it first, in whatever scene it is: its copies and the pieces
-    that were cut off it remember the same line. Blender gave those other names, and their meshes
-    too."""
-    objs = {obj for scene in bpy.data.scenes for obj in scene.objects if line_of(obj)}
+def originals(scene):
+    """By the keys of their files (see paths) the objects that had them first: copies, and pieces
+    that were cut off, remember the same line. Blender gave those other names, and their meshes too.
+    An object in the scene, which is the user's, goes before those in others."""
+    objs = {obj for each in bpy.data.scenes for obj in each.objects if line_of(obj)}
     found = {}
-    for obj in sorted(objs, key=_likeness, reverse=True):
-        found[same_file(line_of(obj))] = obj
+    for obj in sorted(objs, key=lambda obj: _likeness(obj, scene), reverse=True):
+        found[paths.key_of_line(line_of(obj))] = obj
     return found
 
 
-def same_file(line):
-    """Equal for lines that may name one file."""
-    return line.casefold()  # as file systems are that take no regard of letter case
-
-
-def _likeness(obj):
+def _likeness(obj, scene):
     """The least for the original."""
     name = obj.get(_NAME, "")
-    return (obj.name != name, not obj.data or obj.data.name != name, len(obj.name), obj.name)
+    return (scene not in obj.users_scene, obj.name != name, not obj.data or obj.data.name != name, len(obj.name), obj.name)
 
 
 def remember_given(obj, given, mark):
     obj[_FACE_KIND] = given.face_kind
     obj[_GIVEN_MARK] = mark
     obj[_KEPT] = b"".join(part for block in given.kept for part in (
-        struct.pack(_HEAD, block.id, len(block.payload), block.count, block.param), block.payload))
+        struct.pack(_HEAD, block.id, len(block.payload), block.count, block.param_bits),
+        block.payload))
 
 
 def face_kind(obj):
@@ -85,8 +82,10 @@ def kept_blocks(obj):
     kept, packed, at = [], obj.get(_KEPT, b""), 0
     head = struct.calcsize(_HEAD)
     while at < len(packed):
-        number, size, count, param = struct.unpack_from(_HEAD, packed, at)
-        kept.append(blocks.Block(number, packed[at + head:at + head + size], count, param))
+        number, size, count, bits = struct.unpack_from(_HEAD, packed, at)
+        block = blocks.Block(number, packed[at + head:at + head + size], count)
+        block.param_bits = bits
+        kept.append(block)
         at += head + size
     return kept
 

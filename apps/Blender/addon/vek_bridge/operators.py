@@ -162,7 +162,8 @@ class VEK_OT_send(_LongWork, bpy.types.Operator):
 
     def work(self, context):
         chosen = sending.objects_to_send(context)
-        lines = sending.lines_for(chosen, bridge.tree().project_folder())
+        lines = sending.lines_for(chosen, bridge.tree().project_folder(),
+                                  context.scene)
         return sending.Sending(context, chosen, lines, to_the_host=True)
 
 

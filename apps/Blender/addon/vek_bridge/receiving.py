@@ -5,7 +5,7 @@ import os
 import bpy
 import numpy as np
 
-from . import bridge, handed_over, mesh_in, objects, placing, replacing
+from . import bridge, handed_over, mesh_in, objects, paths, placing, replacing
 from .bridge import EXTENSION
 from .vek_exchange import VekError
 from .work import Work, counted, listed, sentence, shown
@@ -22,7 +22,7 @@ class Receiving(Work):
         super().__init__(lines)
         self._context = context
         self._from_the_host = from_the_host
-        self._known = objects.originals() if from_the_host else {}
+        self._known = objects.originals(context.scene) if from_the_host else {}
         self._taken_over = handed_over.lines_taken_over() if from_the_host else set()
         depsgraph = context.evaluated_depsgraph_get()
         self._places = {line: placing.world_matrix(obj, depsgraph)
@@ -41,7 +41,7 @@ class Receiving(Work):
         if line in self._taken_over:
             self._skipped += 1
             return
-        path = bridge.tree().exchange_file(line, EXTENSION) if self._from_the_host else line
+        path = paths.of_line(line) if self._from_the_host else line
         try:
             given = mesh_in.Given(path)
             obj = self._put(given, line, path)
@@ -49,7 +49,7 @@ class Receiving(Work):
             self._failures.append(str(error))
             return
         if self._from_the_host:
-            key = objects.same_file(line)
+            key = paths.key_of_line(line)
             self._known[key], self._places[key] = obj, self._places.get(key, _NOWHERE)
             objects.remember_line(obj, line)
         objects.remember_given(obj, given, mesh_in.mark_of(given.faces, given.uvs))
@@ -59,14 +59,15 @@ class Receiving(Work):
 
     def _put(self, given, line, path):
         """The object that has the mesh now."""
-        known = self._known.get(objects.same_file(line))
+        key = paths.key_of_line(line)
+        known = self._known.get(key)
         if not known:
             name = shown(os.path.basename(path)[:-len(EXTENSION)])
             mesh = mesh_in.new_mesh(name, given.vertices, given.faces, given.uvs)
             obj = bpy.data.objects.new(name, mesh)
             self._context.collection.objects.link(obj)
             return obj
-        matrix = self._places[objects.same_file(line)]
+        matrix = self._places[key]
         replacing.check(known)
         if known.type != "MESH":
             obj = replacing.take_the_place_of(known, given, matrix)

@@ -2,9 +2,8 @@
 
 import os
 
-from . import bridge, handed_over, mesh_out, objects
-from .bridge import EXTENSION
-from .vek_exchange import Tree, VekError, stage_file
+from . import bridge, handed_over, mesh_out, objects, paths, undoing
+from .vek_exchange import VekError, stage_file
 from .work import Work, counted, sentence
 
 
@@ -31,7 +30,7 @@ class Sending(Work):
         if self._problem:
             return
         line = self._lines[self.done - 1]
-        path = bridge.tree().exchange_file(line, EXTENSION) if self._to_the_host else line
+        path = paths.of_line(line) if self._to_the_host else line
         try:
             self._write(obj, line, path)
         except VekError as error:
@@ -90,6 +89,8 @@ class Sending(Work):
             except VekError as error:
                 return self._said_replaced(number, str(error))
             if self._to_the_host:
+                if objects.line_of(obj) != line:
+                    undoing.remember_made(line)
                 objects.remember_sent(obj, line)
         return ""
 
@@ -145,36 +146,25 @@ def objects_to_send(context):
             if obj.type in objects.SENDABLE and objects.line_of(obj)]
 
 
-def lines_for(objs, folder):
+def lines_for(objs, folder, scene):
     """A line for each object: where it came from, or a free place in the folder. A copy of a
     received object remembers the same place, and gets one of its own, also where it goes alone."""
-    originals = objects.originals()
+    originals = objects.originals(scene)
     used, lines = set(originals), []
     for obj in objs:
         line = objects.line_of(obj)
-        if not line or originals.get(objects.same_file(line)) != obj:
-            line = free_line(folder, obj.name, used)
-        used.add(objects.same_file(line))
+        if not line or originals.get(paths.key_of_line(line)) != obj:
+            line = paths.free_line(folder, obj.name, used, paths.of_line)
+        used.add(paths.key_of_line(line))
         lines.append(line)
     return lines
 
 
 def paths_in(objs, folder):
     """A path for each object, in the folder, for a file that is not there yet."""
-    used, paths = set(), []
+    used, found = set(), []
     for obj in objs:
-        line = free_line(folder, obj.name, used)
-        used.add(objects.same_file(line))
-        paths.append(line + EXTENSION)
-    return paths
-
-
-def free_line(folder, name, used):
-    """A line for a new file of this name, that neither is in use nor has a file already."""
-    number = 1
-    base = f"{folder}/{Tree.object_file_name(name)}"
-    line = base
-    while objects.same_file(line) in used or os.path.lexists(line + EXTENSION):
-        number += 1
-        line = f"{base}_{number}"
-    return line
+        path = paths.of_export(paths.free_line(folder, obj.name, used, paths.of_export))
+        used.add(paths.key(path))
+        found.append(path)
+    return found
