@@ -43,6 +43,25 @@ def test_hidden_objects_get_their_meshes_and_stay_hidden(results):
     near(result.found["seen"], result.found["wanted"])
 
 
+def test_what_hangs_on_the_mesh_of_another_comes_where_the_file_says(results):
+    result = results("hanging")
+    assert result.said[1:] == ["4 objects " + SENT, "4 objects received."]
+    near(result.found["seen"], result.found["wanted"])
+
+
+def test_hidden_objects_are_looked_for_where_they_are_held(results):
+    result = results("hidden and held")
+    assert result.said[2] == "2 objects received; not shown, as you hid it: Egg 0, Egg 1."
+    assert result.found["hidden"] == [True, True] and result.found["scenes"] == 1
+    near(result.found["seen"], result.found["wanted"])
+
+
+def test_an_animated_object_is_taken_from_where_it_was_when_it_was_sent(results):
+    result = results("another frame")
+    assert result.said[2] == "1 object received."
+    assert result.found["same"]
+
+
 def test_objects_in_another_scene_get_their_meshes_there(results):
     result = results("other scene")
     assert result.said[1] == "2 objects received; in another scene of this file: Egg 0."

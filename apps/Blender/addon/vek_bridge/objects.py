@@ -17,6 +17,8 @@ _FACE_KIND = "vek_face_kind"
 _GIVEN_MARK = "vek_given"
 _KEPT = "vek_blocks"
 _SENT_MODIFIERS = "vek_sent_modifiers"
+_SENT_FRAME = "vek_sent_frame"
+_SENT_MATRIX = "vek_sent_matrix"
 _HEAD = "<IIII"
 _BESIDE_THE_MESH = {"COLLISION", "PARTICLE_SYSTEM", "SURFACE"}
 
@@ -40,7 +42,8 @@ def remember_line(obj, line):
 
 def forget(obj):
     """It is a thing of Blender's alone from now on."""
-    for key in (_LINE, _NAME, _FACE_KIND, _GIVEN_MARK, _KEPT, _SENT_MODIFIERS):
+    for key in (_LINE, _NAME, _FACE_KIND, _GIVEN_MARK, _KEPT, _SENT_MODIFIERS, _SENT_FRAME,
+                _SENT_MATRIX):
         if key in obj:
             del obj[key]
 
@@ -90,8 +93,10 @@ def kept_blocks(obj):
     return kept
 
 
-def remember_sent(obj, line):
+def remember_sent(obj, line, frame):
     remember_line(obj, line)
+    obj[_SENT_FRAME] = float(frame)
+    obj[_SENT_MATRIX] = [number for row in obj.matrix_world for number in row]
     obj[_SENT_MODIFIERS] = len(_shown_modifiers(obj)) > 0
 
 
@@ -112,6 +117,16 @@ def hidden_levels(obj):
 
 def _shown_multires(obj):
     return [each for each in obj.modifiers if each.type == "MULTIRES" and each.show_viewport]
+
+
+def sent_frame(obj):
+    """The frame of the scene when it was sent; None where it was not."""
+    return obj.get(_SENT_FRAME)
+
+
+def sent_matrix(obj):
+    """The sixteen numbers of its matrix in the world then, row by row."""
+    return list(obj[_SENT_MATRIX])
 
 
 def rest_sent_modifiers(obj):

@@ -5,17 +5,6 @@ import numpy as np
 from .vek_exchange import VekError
 
 
-def world_matrix(obj, depsgraph):
-    """Blender does not keep up the matrices of objects that are not shown at all."""
-    if obj.evaluated_get(depsgraph).is_evaluated:
-        return np.array(obj.matrix_world)
-    matrix = np.array(obj.matrix_basis)
-    if obj.parent:
-        parent = world_matrix(obj.parent, depsgraph)
-        return parent @ np.array(obj.matrix_parent_inverse) @ matrix
-    return matrix
-
-
 def to_world(vertices, matrix):
     return _moved(vertices, matrix)
 

@@ -3,14 +3,12 @@
 import os
 
 import bpy
-import numpy as np
 
-from . import bridge, handed_over, mesh_in, objects, paths, placing, replacing
+from . import bridge, handed_over, mesh_in, objects, paths, replacing
 from .bridge import EXTENSION
+from .places import Places
 from .vek_exchange import VekError
 from .work import Work, counted, listed, sentence, shown
-
-_NOWHERE = np.identity(4)
 
 
 class Receiving(Work):
@@ -24,9 +22,8 @@ class Receiving(Work):
         self._from_the_host = from_the_host
         self._known = objects.originals(context.scene) if from_the_host else {}
         self._taken_over = handed_over.lines_taken_over() if from_the_host else set()
-        depsgraph = context.evaluated_depsgraph_get()
-        self._places = {line: placing.world_matrix(obj, depsgraph)
-                        for line, obj in self._known.items()}
+        keys = [paths.key_of_line(line) for line in lines if self._known]
+        self._places = Places({self._known[key] for key in keys if key in self._known}, context)
         self._received = []
         self._failures = []
         self._skipped = 0
@@ -49,8 +46,7 @@ class Receiving(Work):
             self._failures.append(str(error))
             return
         if self._from_the_host:
-            key = paths.key_of_line(line)
-            self._known[key], self._places[key] = obj, self._places.get(key, _NOWHERE)
+            self._known[paths.key_of_line(line)] = obj
             objects.remember_line(obj, line)
         objects.remember_given(obj, given, mesh_in.mark_of(given.faces, given.uvs))
         self._left_out += given.left_out
@@ -59,23 +55,19 @@ class Receiving(Work):
 
     def _put(self, given, line, path):
         """The object that has the mesh now."""
-        key = paths.key_of_line(line)
-        known = self._known.get(key)
+        known = self._known.get(paths.key_of_line(line))
         if not known:
             name = shown(os.path.basename(path)[:-len(EXTENSION)])
             mesh = mesh_in.new_mesh(name, given.vertices, given.faces, given.uvs)
             obj = bpy.data.objects.new(name, mesh)
             self._context.collection.objects.link(obj)
             return obj
-        matrix = self._places[key]
+        matrix = self._places.of(known)
         replacing.check(known)
-        if known.type != "MESH":
+        if known.type != "MESH" or replacing.would_end_a_sculpt(known, given, matrix):
             obj = replacing.take_the_place_of(known, given, matrix)
-            self._replaced.append(known.name)
-            return obj
-        if replacing.would_end_a_sculpt(known, given, matrix):
-            obj = replacing.take_the_place_of(known, given, matrix)
-            self._sculpts.append(known.name)
+            self._places.put_under(obj, known)
+            (self._sculpts if known.type == "MESH" else self._replaced).append(known.name)
             return obj
         words = replacing.put(known, given, matrix)
         self._rested += objects.rest_sent_modifiers(known)
@@ -84,6 +76,7 @@ class Receiving(Work):
         return known
 
     def outcome(self):
+        self._places.hold(self._received)
         self._select_received()
         if not self.total:
             return "WARNING", "The object list is empty: Dorvia has sent nothing."

@@ -17,6 +17,7 @@ class Sending(Work):
         self._written = []  # object, line, its staged file
         self._instances = [obj.name for obj in context.selected_objects
                            if obj.instance_type == "COLLECTION"]
+        self._frame = context.scene.frame_float
         self._depsgraph = context.evaluated_depsgraph_get()
         self._lines = lines
         self._to_the_host = to_the_host
@@ -91,7 +92,7 @@ class Sending(Work):
             if self._to_the_host:
                 if objects.line_of(obj) != line:
                     undoing.remember_made(line)
-                objects.remember_sent(obj, line)
+                objects.remember_sent(obj, line, self._frame)
         return ""
 
     def _said_replaced(self, number, why):
