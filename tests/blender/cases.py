@@ -226,6 +226,7 @@ CASES = {
     "linked file": (send_eggs(1), "linked_file"),
     "missing project": (nothing, "missing_project"),
     "list of blanks": (nothing, "empty_list"),
+    "not received": (send_eggs(2), "not_received"),
     "taken over": (send_eggs(2), "taken_over"),
     "surprise": (send_eggs(3), "surprise"),
     "read-only": (send_eggs(2), "read_only"),

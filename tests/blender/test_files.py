@@ -61,3 +61,13 @@ def test_letter_case_makes_two_objects_where_it_makes_two_files(results):
     result = results("letter case told")
     assert result.said == ["2 objects received."]
     assert result.found["objects"] == 2
+
+
+def test_what_is_not_received_is_not_written_over_unawares(results):
+    result = results("not received")
+    sent, warning = "2 objects sent; import them in Dorvia.", (
+        "Nothing was sent, since Dorvia has sent what you have not received (Egg 0); press Receive "
+        "first, or Send again to go without it.")
+    assert result.said[1:] == [warning, sent, sent, sent, "1 object received.",
+                               "1 object sent; import them in Dorvia."]
+    assert result.found["same"]

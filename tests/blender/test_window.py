@@ -152,6 +152,37 @@ def test_an_old_order_is_taken_away_and_not_obeyed(tree, bridge, window, mode):
     state = after_several_looks(window)
     assert "Third" not in state["objects"] and not state["waiting"]
     assert state["mode"].startswith(mode)
+    assert state["message"] == "Dorvia sent objects some time ago; press Receive to get them."
+
+
+def test_sending_does_not_drop_what_waits(tree, bridge, window):
+    window.do("bpy.ops.object.mode_set(mode='EDIT')")
+    window.wait_for(lambda state: state["mode"] == "EDIT_MESH")
+    hosted(tree, bridge, ["Third"])
+    edit(bridge)
+    window.wait_for(lambda state: state["waiting"])
+    window.do("try: bpy.ops.vek.send('INVOKE_DEFAULT', True)\nexcept RuntimeError: pass")
+    state = window.wait_for(lambda state: "have not received (Third)" in state["message"])
+    assert state["waiting"] and state["mode"] == "EDIT_MESH"
+    assert [os.path.basename(line) for line in tree.object_list()] == ["Third"]
+    window.do("bpy.ops.object.mode_set(mode='OBJECT')")
+    window.wait_for(lambda state: "Third" in state["objects"] and not state["waiting"])
+
+
+@pytest.mark.parametrize("process", [1, 999999999])
+def test_blender_answers_where_a_note_of_another_program_is_left(tree, bridge, window, process):
+    """Also where it is another user's, and not to be written."""
+    running = tree.app_file("Blender", "Blender_Running.txt")
+    with open(running + ".new", "w", encoding="ascii") as note:
+        note.write(f"PID = {process}\n")
+    os.rename(running + ".new", running)
+    os.chmod(running, 0o444)
+    hosted(tree, bridge, ["Third"])
+    leave_order(tree, age=0)
+    window.wait_for(lambda state: "Third" in state["objects"])
+    with open(running, encoding="ascii") as note:
+        assert note.read() == f"PID = {window.state()['process']}\n"
+    assert os.stat(running).st_mode & 0o777 == 0o666
 
 
 # Blender has no way to ask for a tool that runs in Object Mode, where receiving does not harm it.

@@ -139,3 +139,20 @@ def letter_case_told(case):
     shutil.copy(case["folder"] + "/Egg 0.vek", case["folder"] + "/EGG 0.vek")
     bridge.tree().add_object(case["folder"] + "/EGG 0")
     return {"said": [receive()], "objects": len(bpy.data.objects)}
+
+
+def not_received(case):
+    """The host sends objects, one of them anew, and the user sends before receiving them."""
+    said = [receive()]
+    first, second = bridge.tree().object_list()
+    changed(first, moved((0, 0, 9)))
+    bridge.tree().write_object_list([first, second])
+    before = open(first + ".vek", "rb").read()
+    said.append(send())
+    is_same = open(first + ".vek", "rb").read() == before
+    said += [send(), send()]
+    bridge.tree().write_object_list([second])  # the host has taken the first from the list
+    said.append(send())
+    changed(second, moved((0, 0, 9)))
+    bridge.tree().write_object_list([second])
+    return {"said": said + [receive(), send()], "same": is_same}

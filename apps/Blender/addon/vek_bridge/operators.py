@@ -8,7 +8,7 @@ import bpy
 from bpy.props import CollectionProperty, StringProperty
 from bpy_extras.io_utils import ExportHelper, ImportHelper
 
-from . import bridge, receiving, sending
+from . import bridge, handed_over, receiving, sending
 from .bridge import EXTENSION
 from .vek_exchange import VekError
 from .work import sentence, shown
@@ -161,6 +161,7 @@ class VEK_OT_send(_LongWork, bpy.types.Operator):
     _goes_back = True
 
     def work(self, context):
+        handed_over.warn_of_waiting()
         chosen = sending.objects_to_send(context)
         lines = sending.lines_for(chosen, bridge.tree().project_folder(),
                                   context.scene)

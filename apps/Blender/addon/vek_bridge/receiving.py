@@ -22,6 +22,7 @@ class Receiving(Work):
         self._from_the_host = from_the_host
         self._known = objects.originals(context.scene) if from_the_host else {}
         self._taken_over = handed_over.lines_taken_over() if from_the_host else set()
+        self._note = handed_over.as_they_are(lines) if from_the_host else b""
         keys = [paths.key_of_line(line) for line in lines if self._known]
         self._places = Places({self._known[key] for key in keys if key in self._known}, context)
         self._received = []
@@ -78,6 +79,8 @@ class Receiving(Work):
     def outcome(self):
         self._places.hold(self._received)
         self._select_received()
+        if self._from_the_host and not self.stopped_by:
+            handed_over.remember_received(self._note)
         if not self.total:
             return "WARNING", "The object list is empty: Dorvia has sent nothing."
         if self._skipped == self.total:

@@ -79,7 +79,7 @@ class Sending(Work):
             except VekError as error:
                 return "WARNING", sentence("The files are written, but Dorvia is not told",
                                            str(error))
-            handed_over.remember(lines)
+            handed_over.remember_sent(lines)
         return self._said_success()
 
     def _replace_files(self):
