@@ -8,7 +8,8 @@ tree=$(cd "$folder/../.." && pwd)
 said=$folder/Blender_Install_Output.txt
 
 finish() {
-    printf '%s' "$1" >"$folder/Vek_InstallLog.new"
+    # The bridge does not end the text in the host's buffer, so the log ends with a NUL.
+    if [ -n "$1" ]; then printf '%s\0' "$1"; fi >"$folder/Vek_InstallLog.new"
     chmod 644 "$folder/Vek_InstallLog.new" # the bridge reads it as the user
     mv "$folder/Vek_InstallLog.new" "$folder/Vek_InstallLog.txt"
     exit

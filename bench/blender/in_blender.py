@@ -29,7 +29,7 @@ FORMATS = (
     ("glTF", "glb", {"export_scene.gltf": {"use_selection": True, "export_format": "GLB",
                                            "export_materials": "NONE", "export_normals": False,
                                            "export_animations": False}},
-     {"import_scene.gltf": {"import_shading": "FLAT"}}),
+     {"import_scene.gltf": {"import_shading": "FLAT"}}),  # other shading wants an older numpy
     ("FBX", "fbx", {"export_scene.fbx": {"use_selection": True, "bake_anim": False}},
      {"import_scene.fbx": {"use_anim": False, "use_custom_normals": False}}),
     ("Collada", "dae", {"wm.collada_export": {"selected": True}}, {"wm.collada_import": {}}),

@@ -126,6 +126,16 @@ def send_uvs(host):
     host.send("Egg", file_bytes(*EGG, more=uv_blocks(EGG[1]) + [UNKNOWN_BLOCK]))
 
 
+def send_uvs_out_of_the_list(host):
+    """The first face has neither a number before the list nor one behind it."""
+    faces = EGG[1]
+    values = faces.astype("<i4")
+    values[0, :3] = -5, 26, 2
+    blocks = uv_blocks(faces)
+    blocks[0] = meshes.block(CORNERS, values.tobytes(), len(faces))
+    host.send("Egg", file_bytes(*EGG, more=blocks))
+
+
 def send_corners(host):
     host.send("Egg", file_bytes(*EGG, more=[corner_block(EGG[1]), UNKNOWN_BLOCK]))
 
@@ -168,6 +178,7 @@ def nothing(_host):
 CASES = {
     "kinds": (send_kinds, "there_and_back"),
     "n-gons": (nothing, "prism"),
+    "corners out of order": (nothing, "corners_out_of_order"),
     "1 object": (send_eggs(1), "there_and_back"),
     "10 objects": (send_eggs(10), "there_and_back"),
     "200 objects": (send_eggs(200), "there_and_back"),
@@ -198,6 +209,12 @@ CASES = {
     "faces turned by the host": (send_uvs, "faces_turned_by_the_host"),
     "vertices added by the host": (send_uvs, "vertices_added_by_the_host"),
     "doubles by the host": (send_uvs, "doubles_by_the_host"),
+    "two maps": (send_uvs, "two_maps"),
+    "UVs out of the list": (send_uvs_out_of_the_list, "uvs_out_of_the_list"),
+    "letter case of a copy": (send_eggs(1), "letter_case_of_a_copy"),
+    "linked": (send_eggs(2), "linked"),
+    "text elsewhere": (nothing, "text_elsewhere"),
+    "marked vertices": (send_eggs(1), "marked_vertices"),
     "plain shading": (send_uvs, "plain_shading"),
     "many corners": (nothing, "many_corners"),
     "linked duplicates": (send_eggs(1), "linked_duplicates"),
@@ -222,6 +239,7 @@ CASES = {
     "letter case": (send_eggs(1), "letter_case"),
     "letter case told": (send_eggs(1), "letter_case_told"),
     "copy of a scene": (send_eggs(1), "copy_of_a_scene"),
+    "paragraph": (nothing, "paragraph"),
     "long name": (send_a_long_name, "long_name"),
     "linked file": (send_eggs(1), "linked_file"),
     "missing project": (nothing, "missing_project"),

@@ -25,6 +25,11 @@ def test_a_renamed_original_keeps_its_file(results):
     assert (vertices(result, "Egg 0") == cases.EGG[0]).all()
 
 
+def test_names_that_differ_in_letter_case_have_different_files(results):
+    result = results("letter case of a copy")
+    assert result.found["files"] == ["EGG 0_2.vek", "Egg 0.vek"]
+
+
 def test_the_original_is_what_comes_again(results):
     shown = results("copy in the scene").scene
     assert set(shown) == {"Egg 0", "A copy", "Z copy"}

@@ -71,3 +71,9 @@ def test_what_is_not_received_is_not_written_over_unawares(results):
     assert result.said[1:] == [warning, sent, sent, sent, "1 object received.",
                                "1 object sent; import them in Dorvia."]
     assert result.found["same"]
+
+
+def test_the_panel_breaks_its_sentence_into_lines(results):
+    assert results("paragraph").found["lines"] == [
+        [""], ["one two", "three"], ["one two th", "ree"],
+        ["/a/path/of", "/many/lett", "ers.vek is", "gone."]]

@@ -32,8 +32,11 @@ class App:
         return (self.folder / "Vek_Config.txt").read_text()
 
     def install_log(self):
+        """The text, which a NUL ends for the host's buffer."""
         self.run("init.sh")
-        return (self.folder / "Vek_InstallLog.txt").read_text()
+        text = (self.folder / "Vek_InstallLog.txt").read_text()
+        assert text.count("\0") == 1 and text.endswith("\0")
+        return text[:-1]
 
     def fake(self, place, version="3.4.1"):
         program = self.home / place

@@ -1,5 +1,6 @@
 """What comes from the host goes into the objects that are there, which stay what they are."""
 
+import numpy as np
 import pytest
 
 import cases
@@ -96,6 +97,8 @@ def test_what_lies_on_a_mesh_stays_where_its_faces_do(results):
     assert result.said[1:] == ["1 object " + SENT, "1 object received."]
     assert result.found["after"] == result.found["before"]
     assert result.found["before"]["keys"] == {"Basis": 0.0, "Bent": 0.5}
+    assert result.found["before"]["active key"] == "Bent"
+    assert not result.found["before"]["off the basis"]
     near({"it": result.found["seen"]}, {"it": result.found["wanted"]})
 
 
@@ -130,6 +133,45 @@ def test_what_is_lost_with_the_vertices_is_told(results, case):
     assert after["slots"] == ["Red", "Blue"]
     assert not any(after[what] for what in ("weights", "keys", "colors", "maps", "mask"))
     near({"it": result.found["seen"]}, {"it": result.found["wanted"]})
+
+
+def test_the_active_uv_map_travels(results):
+    found = results("two maps").found
+    uvs, vertices = found["sent"]
+    assert np.array(uvs) == pytest.approx(np.array([(each / 10, 0.5) for each in vertices]))
+    assert found["said"][2] == ("1 object received; UV maps of 1 object lost, since faces or "
+                                "vertices are others now.")
+    assert found["after"]["maps"] == ["Second"]
+    assert [each[1:] for each in found["after"]["uvs"]] == pytest.approx(
+        np.array(uvs[:len(found["after"]["uvs"])]))
+
+
+def test_corners_without_a_uv_have_zeros(results):
+    uvs = results("UVs out of the list").found["after"]["uvs"]
+    assert [each[1:] for each in uvs[:2]] == [[0, 0], [0, 0]]
+    as_they_came(uvs[3:])
+
+
+def test_what_is_linked_from_another_blender_file_stays_as_it_is(results):
+    result = results("linked")
+    assert result.said[1] == ("1 of 2 objects received; the object is part of another Blender file "
+                              "and stays as it is: Egg 0.")
+    assert result.found["same"] == [True, False]
+    assert result.found["lifted"] == pytest.approx(3)
+    assert not result.found["linked"]
+
+
+def test_a_text_that_is_not_in_the_view_layer_is_replaced_too(results):
+    result = results("text elsewhere")
+    assert result.said[1] == ("1 object received; hidden, since a mesh takes the place: Text; not "
+                              "shown, as you hid it: Text.001.")
+    assert result.found["types"] == ["FONT", "MESH"]
+
+
+def test_weights_of_vertices_are_attributes_too(results):
+    assert results("marked vertices").said[1] == (
+        "1 object received; attributes of vertices of 1 object lost, since faces or vertices are "
+        "others now.")
 
 
 def test_new_faces_are_smooth_and_of_a_material_where_all_were(results):

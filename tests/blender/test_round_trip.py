@@ -87,6 +87,13 @@ def test_large_faces_keep_their_uvs(results):
     assert uvs == pytest.approx(np.column_stack([vertices / 100, vertices / 7]))
 
 
+def test_corners_out_of_order_are_sent_with_their_faces(results):
+    back = results("corners out of order").host.back("Folded")
+    assert back.faces.tolist() == [[1, 3, 2, -1], [0, 1, 2, -1]]
+    uvs, vertices = uvs_of(back)
+    assert uvs == pytest.approx(np.column_stack([vertices / 100, vertices / 7]))
+
+
 def test_geometry_that_was_added_comes_back_with_its_uvs(results):
     back = results("uvs").host.back("Egg")
     vertices, faces = cases.EGG
@@ -130,7 +137,7 @@ def test_an_object_that_comes_again_takes_its_place(results):
     assert result.found["objects"] == 1
     assert result.said[2] == ("1 object received; modifiers of 1 object switched off, since the "
                               "mesh has them in it.")
-    assert result.found["shown"] == [False, True]  # the second leaves the mesh as it is
+    assert result.found["shown"] == [[False, False], [True, True]]  # that one keeps the mesh
     assert result.scene["Egg"]["sides"] == [3] * 32 + [4] * 32
 
 

@@ -296,6 +296,20 @@ def test_undo_takes_back_the_receiving_and_not_the_sculpt(tree, bridge, window):
     assert state["vertices"] == 2 * len(cases.EGG[0])
 
 
+def test_undo_goes_on_after_sending_while_sculpting(window):
+    window.do("bpy.ops.object.mode_set(mode='SCULPT'); bpy.ops.ed.undo_push(message='entered')\n"
+              "bpy.ops.vek.send('INVOKE_DEFAULT', True)")
+    window.wait_for(lambda state: "2 objects sent" in state["message"]
+                    and state["mode"] == "SCULPT")
+    window.do("bpy.ops.ed.undo(); bpy.ops.ed.undo()\n"
+              "bpy.context.window_manager.vek_message = 'undone'")
+    assert window.wait_for(lambda state: state["message"] == "undone")["mode"] == "OBJECT"
+    window.do("bpy.ops.ed.redo(); bpy.ops.ed.redo()\n"
+              "bpy.context.window_manager.vek_message = 'redone'")
+    state = window.wait_for(lambda state: state["message"] == "redone")
+    assert state["mode"] == "SCULPT" and len(state["objects"]) == 2
+
+
 def test_a_redo_brings_back_what_was_sent_with_modifiers(tree, bridge, window):
     window.do("bpy.ops.object.modifier_add('EXEC_DEFAULT', True, type='ARRAY')")
     window.wait_for(lambda state: state["modifiers"] == [True])

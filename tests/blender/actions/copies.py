@@ -4,9 +4,9 @@ import os
 
 import bpy
 from mathutils import Matrix
-from vek_bridge import bridge
+from vek_bridge import bridge, objects, paths
 
-from .common import (copy_of, host_changes, moved, positions_in_file, receive, scene,
+from .common import (copy_of, host_changes, moved, positions, positions_in_file, receive, scene,
                      seen_positions, select, send)
 
 
@@ -40,12 +40,48 @@ def lone_copy(case):
     send_one(copy)
     send_one(copy)
     second = copy_of(first)
-    first.name = "Renamed"
+    first.name = "A longer name than the copy has"
     second.location.x = 20
     send_one(second)
     is_untouched = open(path, "rb").read() == given
     send_one(first)
     return {"said": said, "lists": lists, "is untouched": is_untouched}
+
+
+def letter_case_of_a_copy(case):
+    """On a Mac it is the same file."""
+    said = [receive()]
+    copy = copy_of(bpy.data.objects["Egg 0"], "EGG 0")
+    objects.forget(copy)
+    select(copy)
+    real, paths._tells_letter_case = paths._tells_letter_case, lambda folder: False
+    said.append(send())
+    paths._tells_letter_case = real
+    return {"said": said, "files": sorted(os.listdir(case["folder"]))}
+
+
+def linked(case):
+    """An object, and the mesh of another, are those of a Blender file, and the host changes both.
+    """
+    said = [receive()]
+    path = case["root"] + "/eggs.blend"
+    bpy.ops.wm.save_as_mainfile(filepath=path, copy=True)
+    for egg in list(bpy.data.objects):
+        bpy.data.objects.remove(egg)
+    bpy.data.batch_remove(list(bpy.data.meshes))
+    with bpy.data.libraries.load(path, link=True) as (_, wanted):
+        wanted.objects, wanted.meshes = ["Egg 0"], ["Egg 1"]
+    own = bpy.data.objects.new("Egg 1", wanted.meshes[0])
+    objects.remember_line(own, case["folder"] + "/Egg 1")
+    for egg in (wanted.objects[0], own):
+        bpy.context.collection.objects.link(egg)
+    bpy.context.view_layer.update()
+    before = [positions(wanted.objects[0]), positions(own)]
+    host_changes(change=moved((0, 0, 3)))
+    said.append(receive())
+    after = [positions(wanted.objects[0]), positions(own)]
+    return {"said": said, "same": [one == other for one, other in zip(before, after)],
+            "lifted": after[1][0][2] - before[1][0][2], "linked": bool(own.data.library)}
 
 
 def copy_in_the_scene(_case):

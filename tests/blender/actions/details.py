@@ -3,6 +3,8 @@
 import bmesh
 import bpy
 import numpy as np
+from vek_bridge import bridge
+from vek_bridge.vek_exchange import read_mesh
 
 from .common import (copy_of, host_changes, moved, positions_in_file, receive, seen_positions,
                      select, send)
@@ -26,6 +28,7 @@ def decorate(obj):
     for point in list(key.data)[:10]:
         point.co.x += 2
     key.value = 0.5
+    obj.active_shape_key_index = 1
     bpy.context.view_layer.update()
 
 
@@ -55,6 +58,9 @@ def told(obj):
         "keys": {key.name: key.value for key in keys},
         "mask": mesh.vertex_paint_masks[0].data[5].value if mesh.vertex_paint_masks else 0,
         "way": [list(keys[1].data[at].co - keys[0].data[at].co) for at in (0, 20)] if keys else [],
+        "active key": keys and obj.active_shape_key.name,
+        "off the basis": [vertex.index for vertex in mesh.vertices
+                          if keys and vertex.co != keys[0].data[vertex.index].co],
         "sides": [len(face.vertices) for face in mesh.polygons],
         "uvs": [[corner.vertex_index, *uvs.uv] for corner, uvs in
                 zip(mesh.loops, mesh.uv_layers.active.data if mesh.uv_layers else [])],
@@ -103,6 +109,46 @@ def doubles_by_the_host(_case):
     return decorated(change)
 
 
+def two_maps(_case):
+    """The second UV map is the active one. Then the host takes a face away."""
+    said = [receive()]
+    obj = bpy.data.objects["Egg"]
+    layer = obj.data.uv_layers.new(name="Second")
+    obj.data.uv_layers.active = layer
+    for corner in obj.data.loops:
+        layer.data[corner.index].uv = corner.vertex_index / 10, 0.5
+    bpy.context.view_layer.update()
+    said.append(send())
+    path = bridge.tree().exchange_file(bridge.tree().object_list()[0])
+    mesh = read_mesh(path)
+    sent = mesh.uvs.reshape(-1, 2).tolist(), mesh.faces[mesh.faces >= 0].tolist()
+
+    def change(mesh):
+        mesh.faces = mesh.faces[:-4]
+        mesh.corners[0].values = mesh.corners[0].values[:-4]
+        mesh.corners[0].count -= 1
+    host_changes(change=change)
+    said.append(receive())
+    return {"said": said, "sent": sent, "after": told(obj)}
+
+
+def uvs_out_of_the_list(_case):
+    """Corner values that no UV has."""
+    said = [receive()]
+    return {"said": said, "after": told(bpy.data.objects["Egg"])}
+
+
+def marked_vertices(_case):
+    """Weights that Blender does not count among its attributes."""
+    said = [receive()]
+    bpy.data.objects["Egg 0"].data.vertices[2].bevel_weight = 0.5
+
+    def change(mesh):
+        mesh.vertices = np.concatenate([mesh.vertices, np.zeros(3, np.float32)])
+    host_changes(change=change)
+    return {"said": said + [receive()]}
+
+
 def plain_shading(_case):
     """One material for all, and smooth: so are the new faces."""
     said = [receive()]
@@ -143,8 +189,8 @@ def linked_duplicates(_case):
     said = [receive()]
     first = bpy.data.objects["Egg 0"]
     others = []
-    for number in (1, 2):
-        other = copy_of(first)
+    for number, name in enumerate("AB", 1):  # shorter names than that of the first
+        other = copy_of(first, name)
         other.data, other.location.x = first.data, 10 * number
         others.append(other)
     bpy.context.view_layer.update()

@@ -4,7 +4,7 @@ import os
 import shutil
 
 import bpy
-from vek_bridge import bridge, paths, session
+from vek_bridge import bridge, interface, paths, session
 
 from .common import changed, grid, message, moved, new_object, receive, scene, select, send
 
@@ -46,6 +46,13 @@ def odd_project(case):
     said = [send()]
     os.remove(folder + "/New.vek")
     return {"said": said + [receive()], "shown": shown}
+
+
+def paragraph(_case):
+    """As the panel shows it, where all letters have one width."""
+    return {"said": [], "lines": [
+        interface.lines_of(text, 10, len) for text in
+        ("", "one two three", "one two th ree", "/a/path/of/many/letters.vek is gone.")]}
 
 
 def long_name(case):

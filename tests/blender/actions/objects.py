@@ -61,6 +61,23 @@ def camera(_case):
     return {"said": [send()]}
 
 
+def text_elsewhere(_case):
+    """The collection of the text is taken out of the view layer before it comes back."""
+    curve = bpy.data.curves.new("Text", "FONT")
+    curve.body, curve.extrude = "Vek", 0.1
+    obj = bpy.data.objects.new("Text", curve)
+    closed = bpy.data.collections.new("Closed")
+    bpy.context.scene.collection.children.link(closed)
+    closed.objects.link(obj)
+    bpy.context.view_layer.update()
+    select(obj)
+    said = [send()]
+    bpy.context.view_layer.layer_collection.children["Closed"].exclude = True
+    bpy.context.view_layer.update()
+    said.append(receive())
+    return {"said": said, "types": sorted(each.type for each in closed.objects)}
+
+
 def text_back(_case):
     """The text stands askew and has a material. Then it is shown again, and sent anew."""
     curve = bpy.data.curves.new("Text", "FONT")

@@ -157,6 +157,7 @@ def hidden(_case):
     bpy.context.collection.objects.unlink(eggs[2])
     closed.objects.link(eggs[2])
     eggs[2].parent = eggs[1]
+    eggs[2].matrix_parent_inverse = Matrix.Translation((1, 2, 3))
     bpy.context.view_layer.update()
     eggs[0].hide_set(True)
     eggs[1].hide_viewport = True

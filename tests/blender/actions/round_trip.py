@@ -33,6 +33,17 @@ def prism(_case):
     return {"said": [send()]}
 
 
+def corners_out_of_order(_case):
+    """The first face has the last corners, as Blender before 4 allows it."""
+    obj = new_object("Folded", [(0, 0, 0), (1, 0, 0), (0, 1, 0), (1, 1, 1)], [(0, 1, 2), (1, 3, 2)])
+    uvs = obj.data.uv_layers.new().data
+    obj.data.polygons.foreach_set("loop_start", [3, 0])
+    for corner in obj.data.loops:
+        uvs[corner.index].uv = corner.vertex_index / 100, corner.vertex_index / 7
+    select(obj)
+    return {"said": [send()]}
+
+
 def array(_case):
     said = [receive()]
     for obj in bpy.context.selected_objects:
@@ -47,7 +58,8 @@ def array_twice(case):
     obj.modifiers.new("Solid", "COLLISION")
     said += [receive()]
     return {"said": said, "objects": len(bpy.data.objects),
-            "shown": [modifier.show_viewport for modifier in obj.modifiers], "scene": scene()}
+            "shown": [[modifier.show_viewport, modifier.show_render]
+                      for modifier in obj.modifiers], "scene": scene()}
 
 
 def told_to_undo(case):

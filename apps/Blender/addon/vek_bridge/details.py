@@ -5,8 +5,11 @@ import numpy as np
 
 # Attributes that have a word of their own below, or stand for the geometry itself.
 _OTHERS = {"position", "material_index", "sharp_face", "sharp_edge", "crease_edge", "crease"}
+_MARKS_OF_FACES = {"use_freestyle_mark": bool}
 _MARKS = {"use_seam": bool, "use_edge_sharp": bool, "use_freestyle_mark": bool,
           "crease": np.float32, "bevel_weight": np.float32}
+# What Blender holds beside its attributes.
+_OF_VERTICES = ("has_bevel_weight_vertex", "has_crease_vertex", "skin_vertices")
 
 
 def lost(obj, mesh_has_uvs, stay):
@@ -26,8 +29,12 @@ def lost(obj, mesh_has_uvs, stay):
         words.append("face sets")
     if mesh.has_custom_normals:
         words.append("custom normals")
-    if any(_marked(mesh.edges, name, kind) for name, kind in _MARKS.items()):
+    if _is_marked(mesh.edges, _MARKS):
         words.append("marks of edges")
+    if _is_marked(mesh.polygons, _MARKS_OF_FACES) or len(getattr(obj, "face_maps", ())):
+        words.append("marks and maps of faces")
+    if _is_marked(mesh.edges, {"is_loose": bool}):
+        words.append("edges without faces")
     return words
 
 
@@ -37,9 +44,11 @@ def on_vertices(obj):
         words.append("vertex groups")
     if obj.data.shape_keys:
         words.append("shape keys")
-    if any(attribute.domain == "POINT" for attribute in _attributes(obj.data)):
+    mesh = obj.data
+    if (any(attribute.domain == "POINT" for attribute in _attributes(mesh))
+            or any(getattr(mesh, name, False) for name in _OF_VERTICES)):
         words.append("attributes of vertices")
-    if ".sculpt_mask" in obj.data.attributes or len(getattr(obj.data, "vertex_paint_masks", ())):
+    if ".sculpt_mask" in mesh.attributes or len(getattr(mesh, "vertex_paint_masks", ())):
         words.append("sculpt masks")
     return words
 
@@ -84,8 +93,12 @@ def _values(items, name, kind):
     return values
 
 
-def _marked(edges, name, kind):
+def _is_marked(items, names):
+    return any(_has_one(items, name, kind) for name, kind in names.items())
+
+
+def _has_one(items, name, kind):
     try:
-        return bool(_values(edges, name, kind).any())
+        return bool(_values(items, name, kind).any())
     except (AttributeError, TypeError):
         return False  # some are attributes in later Blenders

@@ -1,5 +1,6 @@
 """The panel in the sidebar of the 3-D view, and the entries of the File menu."""
 
+import blf
 import bpy
 from bpy.props import BoolProperty, FloatProperty, StringProperty
 
@@ -7,6 +8,10 @@ from . import operators
 
 WAITING = ("Dorvia has sent objects; they come when you end the running tool and go back to "
            "Object Mode.")
+
+
+_FONT = 0  # Blender's own
+_BESIDE_A_LINE = 62  # pixels of a region that margins and tabs have
 
 
 class VEK_PT_panel(bpy.types.Panel):
@@ -43,17 +48,29 @@ def _end_of(path):
     return path if len(path) <= 24 else "…/" + "/".join(parts[-2:])
 
 
-def _paragraph(column, text, width):
+def _paragraph(column, text, region_width):
     """A label does not break its text by itself."""
-    letters = max(int(width / (7.5 * bpy.context.preferences.system.ui_scale)), 10)
+    scale = bpy.context.preferences.system.ui_scale
+    size = bpy.context.preferences.ui_styles[0].widget.points * scale
+    blf.size(_FONT, size, *([72] if bpy.app.version < (3, 4, 0) else []))
     column.scale_y = 0.7
-    line = ""
-    for word in text.split(" "):
-        if line and len(line) + 1 + len(word) > letters:
-            column.label(text=line)
-            line = ""
-        line = f"{line} {word}" if line else word
-    column.label(text=line)
+    for line in lines_of(text, region_width - _BESIDE_A_LINE * scale,
+                         lambda words: blf.dimensions(_FONT, words)[0]):
+        column.label(text=line)
+
+
+def lines_of(text, width, width_of):
+    """The text in lines no wider than that, broken at blanks. Wider words, as paths are, are cut."""
+    lines = []
+    while width_of(text) > width:
+        end = 1
+        while width_of(text[:end + 1]) <= width:
+            end += 1
+        blank = text.rfind(" ", 1, end + 1)
+        end = blank if blank > 0 else end
+        lines.append(text[:end])
+        text = text[end:].lstrip(" ")
+    return lines + [text]
 
 
 def _import_entry(self, _context):

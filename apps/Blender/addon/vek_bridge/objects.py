@@ -97,7 +97,7 @@ def remember_sent(obj, line, frame):
     remember_line(obj, line)
     obj[_SENT_FRAME] = float(frame)
     obj[_SENT_MATRIX] = [number for row in obj.matrix_world for number in row]
-    obj[_SENT_MODIFIERS] = len(_shown_modifiers(obj)) > 0
+    obj[_SENT_MODIFIERS] = "\n".join(modifier.name for modifier in _shown_modifiers(obj))
 
 
 def _shown_modifiers(obj):
@@ -131,10 +131,9 @@ def sent_matrix(obj):
 
 def rest_sent_modifiers(obj):
     """Switches off what the mesh that comes back has in it already. Whether there was any."""
-    if not obj.get(_SENT_MODIFIERS):
-        return False
-    obj[_SENT_MODIFIERS] = False
-    shown = _shown_modifiers(obj)
+    sent = str(obj.get(_SENT_MODIFIERS, "")).split("\n")
+    obj[_SENT_MODIFIERS] = ""
+    shown = [modifier for modifier in _shown_modifiers(obj) if modifier.name in sent]
     for modifier in shown:
         modifier.show_viewport = False
         modifier.show_render = False

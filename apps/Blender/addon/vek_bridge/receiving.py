@@ -61,7 +61,7 @@ class Receiving(Work):
             name = shown(os.path.basename(path)[:-len(EXTENSION)])
             mesh = mesh_in.new_mesh(name, given.vertices, given.faces, given.uvs)
             obj = bpy.data.objects.new(name, mesh)
-            self._context.collection.objects.link(obj)
+            self._collection.objects.link(obj)
             return obj
         matrix = self._places.of(known)
         replacing.check(known)
@@ -75,6 +75,14 @@ class Receiving(Work):
         self._losers += bool(words)
         self._lost += [word for word in words if word not in self._lost]
         return known
+
+    @property
+    def _collection(self):
+        """For new objects: the one that the user chose, unless it is part of another file."""
+        chosen = self._context.collection
+        if chosen.library or chosen.override_library:
+            return self._context.scene.collection
+        return chosen
 
     def outcome(self):
         self._places.hold(self._received)
