@@ -190,3 +190,34 @@ def test_faces_with_many_corners_come_back_whole(results):
     assert found["after"]["sides"] == [6]
     as_they_came(found["after"]["uvs"])
     near({"it": found["seen"]}, {"it": found["wanted"]})
+
+
+def test_all_that_lies_on_faces_is_told(results):
+    lost = "1 object received; %s of 1 object lost, since faces or vertices are others now."
+    marks = lost % "marks and maps of faces"
+    assert results("marks of faces").said[1:] == [marks, marks, lost % "edges without faces"]
+
+
+def test_a_modifier_that_was_not_sent_stays_on(results):
+    result = results("other modifier")
+    assert result.said[2] == "1 object received."
+    assert result.found["shown"]
+
+
+def test_new_objects_do_not_go_into_a_collection_of_another_file(results):
+    result = results("linked collection")
+    assert result.said[1] == "1 object received."
+    assert result.found["where"] == {"Egg 0": ["Scene Collection"]}
+
+
+def test_instances_beside_the_mesh_of_an_object_are_told(results):
+    assert results("mixed with instances").said[1] == (
+        "2 objects sent; without their instances (make them real first): Egg 0; import them in "
+        "Dorvia.")
+
+
+def test_what_is_no_mesh_or_goes_with_another_is_told(results):
+    result = results("without a mesh")
+    assert result.said == ["1 object sent; not sent by itself, being part of another metaball: "
+                           "Mball.001; not sent, being no mesh: Drawing; import them in Dorvia."]
+    assert result.host.names_back() == ["Mball"]

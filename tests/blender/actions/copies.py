@@ -123,3 +123,20 @@ def separated(_case):
     select(*pieces)
     said.append(send())
     return {"said": said, "pieces": len(pieces)}
+
+
+def linked_collection(case):
+    """The collection that the user has chosen is that of another Blender file."""
+    said = [receive()]
+    path = case["root"] + "/library.blend"
+    bpy.context.scene.collection.children.link(bpy.data.collections.new("Library"))
+    bpy.ops.wm.save_as_mainfile(filepath=path, copy=True)
+    bpy.ops.wm.read_homefile(use_empty=True)
+    with bpy.data.libraries.load(path, link=True) as (_, wanted):
+        wanted.collections = ["Library"]
+    bpy.context.scene.collection.children.link(wanted.collections[0])
+    layer = bpy.context.view_layer
+    layer.active_layer_collection = layer.layer_collection.children["Library"]
+    said.append(receive())
+    return {"said": said, "where": {obj.name: [each.name for each in obj.users_collection]
+                                    for obj in bpy.data.objects}}

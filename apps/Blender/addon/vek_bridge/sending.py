@@ -18,7 +18,13 @@ class Sending(Work):
         self._instances = [obj.name for obj in context.selected_objects
                            if obj.instance_type == "COLLECTION"]
         self._frame = context.scene.frame_float
+        self._drawings = [obj.name for obj in context.selected_objects
+                          if obj.type in objects.SEEN_AND_NO_MESH]
+        self._metaballs = []  # names of those that Blender melts into another
+        self._incomplete = []  # names of objects that show instances beside their meshes
         self._depsgraph = context.evaluated_depsgraph_get()
+        self._instancers = {each.parent.original for each in self._depsgraph.object_instances
+                            if each.is_instance and each.parent}
         self._lines = lines
         self._to_the_host = to_the_host
         self._problem = ""
@@ -39,12 +45,17 @@ class Sending(Work):
 
     def _write(self, obj, line, path):
         taken = mesh_out.Taken(obj, self._depsgraph)
+        if not len(taken.vertices) and obj.type == "META":
+            self._metaballs.append(obj.name)
+            return
         if not len(taken.vertices) and not objects.is_empty(obj):
             self._instances.append(obj.name)  # an empty mesh would take the place of what it is
             return
         file, dropped = mesh_out.exchange_file(taken, objects.face_kind(obj),
                                                objects.kept_blocks(obj), objects.given_mark(obj))
         self._written.append((obj, line, stage_file(path, file)))
+        if obj in self._instancers and obj.type == "MESH":  # letters of a text are its own
+            self._incomplete.append(obj.name)
         self._split += taken.split
         if objects.hidden_levels(obj):
             self._low.append(f"{obj.name} ({objects.hidden_levels(obj)})")
@@ -63,12 +74,12 @@ class Sending(Work):
             self.give_up()
 
     def _outcome(self):
-        if not self.total and not self._instances:
+        if not self.total and not self._instances and not self._drawings:
             return "ERROR", "There is nothing to send: select objects, or receive some first."
         if self._problem or self.stopped_by:
             return "ERROR", sentence("Nothing was sent", self._problem or self.stopped_by)
         if not self._written:
-            return "ERROR", sentence("Nothing was sent", *self._said_instances())
+            return "ERROR", sentence("Nothing was sent", *self._said_left_out())
         problem = self._replace_files()
         if problem:
             return "ERROR", problem
@@ -104,26 +115,23 @@ class Sending(Work):
                         f"replaced: {', '.join(names[:number])}",
                         f"not replaced: {', '.join(names[number:])}")
 
-    def _said_instances(self):
-        if not self._instances:
-            return []
-        return ["not sent, having no mesh of their own (make instances real first): "
-                + ", ".join(self._instances)]
+    def _said_left_out(self):
+        return [f"{why}: {', '.join(names)}" for why, names in (
+            ("not sent, having no mesh of their own (make instances real first)", self._instances),
+            ("not sent by itself, being part of another metaball", self._metaballs),
+            ("not sent, being no mesh", self._drawings),
+            ("without their instances (make them real first)", self._incomplete),
+            ("less than the whole sculpt, as the Multires modifier shows less", self._low),
+            ("only points of what has edges and no faces", self._points)) if names]
 
     def _said_success(self):
         verb = "sent" if self._to_the_host else "exported"
-        clauses = [f"{counted(len(self._written), 'object')} {verb}"] + self._said_instances()
-        level = "WARNING" if self._instances else "INFO"
+        left_out = self._said_left_out()
+        level = "WARNING" if left_out else "INFO"
+        clauses = [f"{counted(len(self._written), 'object')} {verb}"] + left_out
         if self._split:
             clauses.append(f"{counted(self._split, 'face')} with more than four corners split "
                            "into triangles")
-        if self._low:
-            level = "WARNING"
-            clauses.append("less than the whole sculpt, as the Multires modifier shows less: "
-                           + ", ".join(self._low))
-        if self._points:
-            level = "WARNING"
-            clauses.append("only points of what has edges and no faces: " + ", ".join(self._points))
         if self._without_corners:
             level = "WARNING"
             clauses.append(f"corner values of {counted(self._without_corners, 'object')} left out, "
