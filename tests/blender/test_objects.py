@@ -72,7 +72,8 @@ def test_objects_in_another_scene_get_their_meshes_there(results):
 
 def test_other_objects_with_the_same_mesh_keep_it(results):
     result = results("linked duplicates")
-    assert result.said[1:] == ["2 objects " + SENT, "1 object received."]
+    assert result.said[1:] == ["2 objects " + SENT, "1 object received; no longer sharing a mesh "
+                               "with other objects: A."]
     assert result.found["same"] == [True, True, True]
     near({"it": result.found["seen"]}, {"it": result.found["wanted"]})
 

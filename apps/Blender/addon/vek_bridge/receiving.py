@@ -32,6 +32,7 @@ class Receiving(Work):
         self._rested = 0
         self._replaced = []  # names of objects that are no meshes
         self._sculpts = []  # names of objects whose Multires modifier does not fit the new faces
+        self._parted = []  # names of objects that shared their mesh with others
         self._lost = []  # words
         self._losers = 0
 
@@ -70,6 +71,8 @@ class Receiving(Work):
             self._places.put_under(obj, known)
             (self._sculpts if known.type == "MESH" else self._replaced).append(known.name)
             return obj
+        if known.data.users > 1:
+            self._parted.append(known.name)
         words = replacing.put(known, given, matrix)
         self._rested += objects.rest_sent_modifiers(known)
         self._losers += bool(words)
@@ -116,6 +119,8 @@ class Receiving(Work):
         if self._lost:
             yield (f"{listed(self._lost)} of {counted(self._losers, 'object')} lost, since faces "
                    "or vertices are others now")
+        if self._parted:
+            yield f"no longer sharing a mesh with other objects: {', '.join(self._parted)}"
         if self._replaced:
             yield f"hidden, since a mesh takes the place: {', '.join(self._replaced)}"
         if self._sculpts:
