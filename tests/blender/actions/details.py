@@ -216,13 +216,12 @@ def marks_of_faces(_case):
     obj.face_maps.new(name="Map").add([0, 1])
     host_changes(change=fewer)
     said.append(receive())
-    obj.face_maps.clear()
     obj.data.polygons[2].use_freestyle_mark = True
     host_changes(change=fewer)
     said.append(receive())
     obj.data.edges.add(1)
     obj.data.edges[-1].vertices = (0, 1)
-    obj.data.update(calc_edges_loose=True)
+    obj.data.update()
     host_changes(change=fewer)
     return {"said": said + [receive()]}
 

@@ -31,9 +31,9 @@ def lost(obj, mesh_has_uvs, stay):
         words.append("custom normals")
     if _is_marked(mesh.edges, _MARKS):
         words.append("marks of edges")
-    if _is_marked(mesh.polygons, _MARKS_OF_FACES) or len(getattr(obj, "face_maps", ())):
+    if _is_marked(mesh.polygons, _MARKS_OF_FACES) or _has_face_maps(mesh):
         words.append("marks and maps of faces")
-    if _is_marked(mesh.edges, {"is_loose": bool}):
+    if _has_edges_alone(mesh):
         words.append("edges without faces")
     return words
 
@@ -51,6 +51,17 @@ def on_vertices(obj):
     if ".sculpt_mask" in mesh.attributes or len(getattr(mesh, "vertex_paint_masks", ())):
         words.append("sculpt masks")
     return words
+
+
+def _has_face_maps(mesh):
+    return any((_values(layer.data, "value", np.int32) >= 0).any()
+               for layer in getattr(mesh, "face_maps", ()))
+
+
+def _has_edges_alone(mesh):
+    has_face = np.zeros(len(mesh.edges), bool)
+    has_face[_values(mesh.loops, "edge_index", np.uint32)] = True
+    return not has_face.all()
 
 
 def strip_faces(mesh):

@@ -144,13 +144,7 @@ def _give_new_faces(mesh, faces):
     details.strip_faces(mesh)
     work = bmesh.new()
     work.from_mesh(mesh)
-    for edge in list(work.edges):
-        work.edges.remove(edge)
-    vertices = list(work.verts)
-    for number, (a, b, c, d) in enumerate(faces.tolist()):
-        corners = (a, b, c) if d < 0 else (a, b, c, d)
-        work.faces.new([vertices[corner] for corner in corners]).index = number
-    work.faces.sort()  # they are made wherever there is room
+    bmesh.ops.delete(work, geom=work.edges[:], context="EDGES_FACES")
     work.to_mesh(mesh)
     work.free()
-    mesh.update()
+    mesh_in.fill_faces(mesh, faces)
