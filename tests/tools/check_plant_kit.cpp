@@ -10,16 +10,16 @@
 
 namespace {
 
-Found foundIn(const std::string& path, const std::string& found) {
-    const std::size_t colon = std::min(found.find(':'), found.size());
-    return {found.substr(0, colon) + " " + path + found.substr(colon)};
-}
-
 Found foundOf(const std::string& id, const std::string& file, const std::string& found) {
     return foundIn("VekApps/" + id + (file.empty() ? "" : "/" + file), found);
 }
 
 }  // namespace
+
+Found foundIn(const std::string& path, const std::string& found) {
+    const std::size_t colon = std::min(found.find(':'), found.size());
+    return {found.substr(0, colon) + " " + path + found.substr(colon)};
+}
 
 std::string root(const std::string& name) {
     return Tree::root() + "/" + name;
@@ -118,4 +118,13 @@ void addGoodApp(const std::string& id, const std::string& lines) {
                   "\"\nEXTENSION \".vek\"\nINIT_COMMAND \"init.sh\"\nEDIT_COMMAND \"edit.sh\"\n" +
                   lines);
     setMode(Tree::app(id, "Vek_Info.txt"), 0644);
+}
+
+void addBundle(const std::string& path, const std::string& bytes) {
+    makeFolders(path + "/Contents/MacOS");
+    writeFile(path + "/Contents/Info.plist",
+              "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>CFBundleExecutable</key>"
+              "<string>Example</string></dict></plist>\n");
+    writeFile(path + "/Contents/MacOS/Example", bytes);
+    setMode(path + "/Contents/MacOS/Example", 0755);
 }

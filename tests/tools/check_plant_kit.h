@@ -24,6 +24,8 @@ std::string appendLine(const std::string& path, const std::string& line);
 
 // Below, `found` is a code, or a code, a ':' and a line.
 
+// What is found of the file at `path` below the tree's folder.
+Found foundIn(const std::string& path, const std::string& found);
 // A wrong line in the descriptor of an application that has others, too.
 Plant lineOf(const char* mistake, const char* code, const char* line);
 // A wrong line in the object list.
@@ -42,7 +44,14 @@ Plant modeOf(const char* id, const char* name, mode_t mode, const char* code);
 Plant editOf(const char* id, const char* name, const std::string& bytes, mode_t mode,
              const std::string& found, Plant::With with = kOthers);
 
+// A bundle whose property list names the program Example, which has these bytes.
+void addBundle(const std::string& path, const std::string& bytes = "#!/bin/sh\n");
+
+std::vector<Plant> plantsOfTheHub();
+std::vector<Plant> plantsOfRoot();
 std::vector<Plant> plantsOfApplications();
+std::vector<Plant> plantsOfShippedFiles();
+std::vector<Plant> plantsOfBundles();
 std::vector<Plant> plantsOfDescriptors();
 std::vector<Plant> plantsOfCommands();
 std::vector<Plant> plantsOfSwitches();

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <filesystem>
 
@@ -89,6 +88,17 @@ std::vector<Plant> plantsOfFolders() {
              fs::create_symlink("VekHub/projects", root("VekProjects"));
              return Found{"linked-folder VekProjects"};
          }},
+        {"an application in the hub", kOthers,
+         [] {
+             addGoodApp("../VekHub/Strayed");
+             return Found{"application-elsewhere VekHub/Strayed"};
+         }},
+        {"an application at the top of the tree", kNothing,
+         [] {
+             addGoodApp("../VekHub/Strayed");
+             fs::rename(Tree::hub("Strayed"), root("Strayed"));
+             return Found{"application-elsewhere Strayed"};
+         }},
         {"a helper without a program", kOthers,
          [] {
              makeFolders(Tree::hub("VekLocateApp.app/Contents/MacOS"));
@@ -118,135 +128,8 @@ std::vector<Plant> plantsOfFiles() {
          }},
         fileOf("Binary", "Vek_Config.txt", std::string("PATH = \0\1", 9), "not-text"),
         fileOf("Utf16", "Vek_Info.txt", std::string("\xFF\xFEN\0A\0", 6), "not-text", kNothing),
+        fileOf("Formatted", "Vek_Info.txt", "{\\rtf1\\ansi NAME \"x\"}", "not-text", kNothing),
         fileOf("Marked", "Vek_Info.txt", "\xEF\xBB\xBFNAME \"x\"\n", "byte-order-mark:1", kNothing),
-    };
-}
-
-std::vector<Plant> plantsOfTheHub() {
-    return {
-        {"a selected application that is not there", kOthers,
-         [] {
-             writeFile(Tree::hub("Vek_Application.txt"), "Exampel\n");
-             return Found{"selected-app-missing VekHub/Vek_Application.txt:1"};
-         }},
-        {"a selected application with a blank behind it", kNothing,
-         [] {
-             writeFile(Tree::hub("Vek_Application.txt"), "Example \n");
-             return Found{"selected-app-missing VekHub/Vek_Application.txt:1"};
-         }},
-        {"a project folder that is not there", kNothing,
-         [] {
-             writeFile(Tree::hub("Vek_ProjectPath.txt"), "/no/such/folder\n");
-             return Found{"project-folder-missing VekHub/Vek_ProjectPath.txt:1"};
-         }},
-        {"two project folders", kNothing,
-         [] {
-             writeFile(Tree::hub("Vek_ProjectPath.txt"), "/tmp\r\n/usr\r\n");
-             return Found{"project-path-lines VekHub/Vek_ProjectPath.txt:2"};
-         }},
-        {"a relative project folder", kOthers,
-         [] {
-             writeFile(Tree::hub("Vek_ProjectPath.txt"), "VekProjects/Default");
-             return Found{"relative-path VekHub/Vek_ProjectPath.txt:1"};
-         }},
-        {"a project folder that its owner may not write", kNothing,
-         [] {
-             makeFolders(root("VekProjects/mine"));
-             setMode(root("VekProjects/mine"), 0577);
-             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/mine"));
-             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
-         }},
-        {"a project folder behind a closed one", kNothing,
-         [] {
-             makeFolders(root("VekProjects/closed/mine"));
-             setMode(root("VekProjects/closed"), 0);
-             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/closed/mine"));
-             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
-         }},
-        {"applications behind a link into a closed folder", kNothing,
-         [] {
-             makeFolders(root("VekProjects/closed"));
-             setMode(root("VekProjects/closed"), 0700);
-             fs::rename(root("VekApps"), root("VekProjects/closed/apps"));
-             fs::create_symlink("VekProjects/closed/apps", root("VekApps"));
-             return Found{"folder-not-shared VekApps"};
-         }},
-        {"a hub file behind a link into a closed folder", kNothing,
-         [] {
-             makeFolders(root("VekProjects/closed"));
-             setMode(root("VekProjects/closed"), 0700);
-             fs::rename(Tree::objectList(), root("VekProjects/closed/list"));
-             fs::create_symlink(root("VekProjects/closed/list"), Tree::objectList());
-             return Found{"file-not-shared VekHub/Vek_ObjectList.txt"};
-         }},
-        {"a command behind a link into a closed folder", kNothing,
-         [] {
-             addGoodApp("Linking");
-             makeFolders(root("VekProjects/closed"));
-             setMode(root("VekProjects/closed"), 0700);
-             fs::rename(Tree::app("Linking", "edit.sh"), root("VekProjects/closed/edit.sh"));
-             fs::create_symlink("../../VekProjects/closed/edit.sh",
-                                Tree::app("Linking", "edit.sh"));
-             return Found{"command-not-runnable VekApps/Linking/edit.sh"};
-         }},
-        {"a project folder with its volume", kNothing,
-         [] {
-             writeFile(Tree::hub("Vek_ProjectPath.txt"),
-                       "Macintosh HD:" + root("VekProjects/Default"));
-             return Found{"volume-prefix VekHub/Vek_ProjectPath.txt:1"};
-         }},
-        {"an object with its volume", kNothing,
-         [] {
-             writeFile(Tree::project("a.vek"), "Vekb");
-             return Found{"volume-prefix VekHub/Vek_ObjectList.txt:" +
-                          appendLine(Tree::objectList(), "Macintosh HD:" + Tree::project("a"))};
-         }},
-        {"objects in a closed folder", kNothing,
-         [] {
-             makeFolders(root("VekProjects/closed/mine"));
-             setMode(root("VekProjects/closed"), 0);
-             appendLine(Tree::objectList(), root("VekProjects/closed/mine/a"));
-             appendLine(Tree::objectList(), root("VekProjects/closed/b"));
-             return Found{"folder-unreadable VekProjects/closed"};
-         }},
-        objectOf("an object without a file", "object-file-missing", "/no/such/object"),
-        objectOf("a relative object", "relative-path", "object"),
-        {"an object with its extension", kOthers,
-         [] {
-             const std::string object = Tree::root() + "/VekProjects/whole.VEK";
-             writeFile(object, "Vekb");
-             return Found{"object-has-extension VekHub/Vek_ObjectList.txt:" +
-                          appendLine(Tree::objectList(), object)};
-         }},
-        {"an object listed twice", kOthers,
-         [] {
-             const std::string object = Tree::root() + "/VekProjects/twice";
-             writeFile(object + ".vek", "Vekb");
-             appendLine(Tree::objectList(), object);
-             return Found{"object-listed-twice VekHub/Vek_ObjectList.txt:" +
-                          appendLine(Tree::objectList(), "\t" + object + " ")};
-         }},
-        {"an object whose file is empty", kOthers,
-         [] {
-             const std::string object = Tree::root() + "/VekProjects/empty";
-             writeFile(object + ".ma", "");
-             appendLine(Tree::objectList(), object);
-             return Found{"object-file-damaged VekProjects/empty.ma"};
-         }},
-        {"an object whose file is another one", kOthers,
-         [] {
-             const std::string object = Tree::root() + "/VekProjects/other";
-             writeFile(object + ".vek", "# OBJ");
-             appendLine(Tree::objectList(), object);
-             return Found{"object-file-damaged VekProjects/other.vek"};
-         }},
-        {"a folder in place of an object's file", kNothing,
-         [] {
-             const std::string object = Tree::root() + "/VekProjects/folder";
-             makeFolders(object + ".vek");
-             appendLine(Tree::objectList(), object);
-             return Found{"not-a-file VekProjects/folder.vek"};
-         }},
     };
 }
 
@@ -258,6 +141,7 @@ std::vector<Plant> plantsOfConfigurations() {
         fileOf("Twice", config, "PATH = \"/bin/sh\"\r\nX = 1\r\npath = \"/x\"\r\n",
                "duplicate-key:3", kNothing),
         fileOf("Quote", config, "PATH = \"/tmp\n", "unpaired-quote:1", kNothing),
+        fileOf("Curly", config, "PATH = “/bin/sh”\n", "odd-quotes:1", kNothing),
         fileOf("Unlocked", config, "APPS_UNLOCKED = off\n", "unclear-switch:1", kNothing),
         fileOf("Relative", config, "PATH = Relative.app\n", "relative-path:1", kNothing),
         fileOf("Prefixed", config, "PATH = \"Macintosh HD:/no/such/program\"\n",
@@ -278,43 +162,15 @@ std::vector<Plant> plantsOfConfigurations() {
     };
 }
 
-// Another user's folders are that user's to open.
-std::vector<Plant> plantsOfRoot() {
-    if (geteuid() != 0) return {};
-    return {
-        {"a project folder that only root may write", kNothing,
-         [] {
-             makeFolders(root("VekProjects/mine"));
-             setMode(root("VekProjects/mine"), 0755);
-             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/mine"));
-             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
-         }},
-        {"an open project folder in one that root keeps closed", kNothing,
-         [] {
-             makeShared(root("VekProjects/closed/mine"));
-             setMode(root("VekProjects/closed"), 0700);
-             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/closed/mine"));
-             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
-         }},
-        {"an open project folder behind a link into a closed one", kNothing,
-         [] {
-             makeShared(root("VekProjects/closed/mine"));
-             setMode(root("VekProjects/closed"), 0700);
-             fs::create_symlink("closed/mine", root("VekProjects/link"));
-             writeFile(Tree::hub("Vek_ProjectPath.txt"), root("VekProjects/link"));
-             return Found{"project-folder-closed VekHub/Vek_ProjectPath.txt:1"};
-         }},
-    };
-}
-
 }  // namespace
 
 const std::vector<Plant>& plants() {
     static const std::vector<Plant> all = [] {
         std::vector<Plant> gathered;
-        for (const auto& some : {plantsOfFolders(), plantsOfFiles(), plantsOfTheHub(),
-                                 plantsOfConfigurations(), plantsOfRoot(), plantsOfApplications(),
-                                 plantsOfDescriptors(), plantsOfCommands(), plantsOfSwitches()}) {
+        for (const auto& some :
+             {plantsOfFolders(), plantsOfFiles(), plantsOfTheHub(), plantsOfConfigurations(),
+              plantsOfRoot(), plantsOfApplications(), plantsOfShippedFiles(), plantsOfBundles(),
+              plantsOfDescriptors(), plantsOfCommands(), plantsOfSwitches()}) {
             gathered.insert(gathered.end(), some.begin(), some.end());
         }
         return gathered;

@@ -8,23 +8,6 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-// An application with this file in it, and this mode of the file or of a folder on the way.
-Plant belowOf(const char* id, const char* file, const char* closed, mode_t mode, const char* code) {
-    return {id, kNothing, [=] {
-                addGoodApp(id);
-                const std::string path = Tree::app(id, file);
-                makeFolders(path.substr(0, path.rfind('/')));
-                writeFile(path, "#!/bin/sh\n");
-                setMode(path, 0755);
-                setMode(Tree::app(id, closed), mode);
-                return Found{code + (" VekApps/" + std::string(id) + "/" + closed)};
-            }};
-}
-
-}  // namespace
-
 std::vector<Plant> plantsOfApplications() {
     return {
         {"no application", kNothing,
@@ -97,7 +80,8 @@ std::vector<Plant> plantsOfDescriptors() {
         lineOf("another version", "unknown-version", "VEK_VERSION 2"),
         lineOf("a key given twice", "duplicate-key", "extension: \".vek\""),
         lineOf("a switch that is off in words only", "unclear-switch", "IMPORT_POLYGROUPS off"),
-        lineOf("a quote without its partner", "unpaired-quote", "TAMPLATE t\""),
+        lineOf("two keys on a line", "two-keys", "EXPORT_SWITCH_YZ TRUE IMPORT_SWITCH_YZ TRUE"),
+        lineOf("a blank that is none", "odd-quotes", "NORMAL_MAP_FLIP_Y\xC2\xA0No"),
         lineOf("a switch in quotes", "unclear-switch", "NORMAL_MAP_FLIP_Z \"No\""),
         descriptorOf("Empty", "", "descriptor-empty"),
         descriptorOf("Blank", " \r\n\t\n", "descriptor-empty"),
@@ -124,95 +108,67 @@ std::vector<Plant> plantsOfDescriptors() {
         descriptorOf("MisspeltExtension",
                      "NAME m\nEXTENTION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh\n",
                      "misspelt-key:2"),
+        descriptorOf("Unpaired", four + "TAMPLATE t\"\n", "unpaired-quote:5"),
+        descriptorOf("Curly",
+                     "NAME “c”\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh\n",
+                     "odd-quotes:1"),
+        descriptorOf("Apostrophes",
+                     "NAME a\nEXTENSION '.vek'\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh\n",
+                     "odd-quotes:2"),
+        descriptorOf("CurlyCommand",
+                     "NAME c\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND “edit.sh”\n",
+                     "odd-quotes:4"),
+        descriptorOf("TwoKeys",
+                     "NAME \"k\" EXTENSION \".vek\"\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh\n",
+                     "two-keys:1"),
+        descriptorOf("StarExtension",
+                     "NAME s\nEXTENSION *.vek\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh\n",
+                     "odd-extension:2"),
+        descriptorOf("Version", four + "VEK_VERSION 1.5\n", "unknown-version:5"),
         descriptorOf("Locates", four + "LOCATE_COMMAND \"locate.sh\"\n", "command-file-missing:5"),
     };
 }
 
-std::vector<Plant> plantsOfCommands() {
+std::vector<Plant> plantsOfShippedFiles() {
     return {
-        descriptorOf("Typo",
-                     "NAME t\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND \"Edit.sh\"\n",
-                     "command-file-missing:4", kOthers),
-        descriptorOf("BlankBeforeQuote",
-                     "NAME b\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND edit.sh \"-v\"\n",
-                     "blank-in-command:4", kOthers),
-        descriptorOf("BlankArgument",
-                     "NAME c\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND \"edit.sh -v\"\n",
-                     "blank-in-command:4"),
-        descriptorOf("BlankBehind",
-                     "NAME h\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND \"edit.sh \"\n",
-                     "blank-in-command:4"),
-        descriptorOf("OutsideTheQuotes",
-                     "NAME o\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND \"edit.sh\" -v\n",
-                     "unpaired-quote:4"),
-        descriptorOf(
-            "TwoPairs",
-            "NAME p\nEXTENSION .vek\nINIT_COMMAND init.sh\nEDIT_COMMAND \"edit.sh\" \"-v\"\n",
-            "blank-in-command:4"),
-        editOf("Plain", "edit", "#!/bin/sh\n", 0644, "command-not-runnable"),
-        editOf("Hidden", "edit-hidden.sh", "#!/bin/sh\n", 0700, "command-not-runnable"),
-        {"a command that is a folder", kNothing,
+        {"a shipped script that is not there", kOthers,
          [] {
-             addGoodApp("FolderCommand");
-             fs::remove(Tree::app("FolderCommand", "edit.sh"));
-             makeFolders(Tree::app("FolderCommand", "edit.sh"));
-             return Found{"command-not-runnable VekApps/FolderCommand/edit.sh"};
+             fs::remove(Tree::app("Blender", "common.sh"));
+             return Found{"shipped-file-missing VekApps/Blender/common.sh"};
          }},
-        editOf("Windows", "windows.sh", "#!/bin/sh\r\necho\r\n", 0755, "script-line-ends:1"),
-        editOf("Interpreter", "edit.py", "#!/no/such/python -u\n", 0755, "interpreter-missing:1"),
-        editOf("FolderInterpreter", "folder.py", "#!/usr/bin\n", 0755, "interpreter-missing:1"),
-        editOf("NoProgram", "noprogram", "echo 1\n", 0755, "command-not-runnable"),
-        editOf("Blanks", "my program", "#!/bin/sh\n", 0755, "blank-in-path"),
-        editOf("Bundle", "Bundle.app", "no folder", 0755, "broken-bundle"),
-        editOf("EmptyScript", "nothing.sh", "", 0755, "command-empty", kNothing),
-        editOf("Env", "env.py", "#!/usr/bin/env -S nosuchprog -u\n", 0755, "interpreter-missing:1",
-               kNothing),
-        editOf("Both", "this&that", "#!/bin/sh\n", 0755, "sign-in-path", kNothing),
-        editOf("Braces", "{edit,it}", "#!/bin/sh\n", 0755, "sign-in-path", kNothing),
-        editOf("Rights", "rights", "#!/bin/sh\n", 04755, "runs-as-owner", kNothing),
-        editOf("Dollar", "edit$x.sh", "#!/bin/sh\n", 0755, "sign-in-path", kNothing),
-        {"an executable in a folder whose name ends a command", kNothing,
+        {"a shipped command that is not there", kNothing,
          [] {
-             addGoodApp("A;B");
-             const std::string text = readFile(Tree::app("A;B", "Vek_Info.txt"));
-             writeFile(Tree::app("A;B", "Vek_Info.txt"),
-                       text.substr(0, text.find("edit.sh")) + "edit\"\n");
-             writeFile(Tree::app("A;B", "edit"), "#!/usr/bin/env A=1 sh\n");
-             setMode(Tree::app("A;B", "edit"), 0755);
-             return Found{"sign-in-path VekApps/A;B/edit"};
+             fs::remove(Tree::app("Example", "edit.sh"));
+             return Found{"shipped-file-missing VekApps/Example/edit.sh"};
          }},
-        belowOf("ClosedBundle", "Example.app/Contents/MacOS/Example", "Example.app", 0700,
-                "folder-not-shared"),
-        belowOf("ClosedContents", "Example.app/Contents/MacOS/Example", "Example.app/Contents",
-                0700, "folder-not-shared"),
-        belowOf("NoBundle", "Example.app/Contents/MacOS/Example", "Example.app", 0,
-                "folder-unreadable"),
-        belowOf("AddOn", "addon/vek/part.py", "addon", 0700, "folder-not-shared"),
-        belowOf("Common", "common.sh", "common.sh", 0600, "file-not-shared"),
-        {"a command in a folder of its own that is closed", kNothing,
+        {"a shipped folder that is not there", kNothing,
          [] {
-             addGoodApp("Bin", "LOCATE_COMMAND \"bin/locate.sh\"\n");
-             makeFolders(Tree::app("Bin", "bin"));
-             writeFile(Tree::app("Bin", "bin/locate.sh"), "#!/bin/sh\n");
-             setMode(Tree::app("Bin", "bin"), 0700);
-             return Found{"folder-not-shared VekApps/Bin/bin"};
+             fs::remove_all(Tree::app("Blender", "addon"));
+             return Found{"shipped-file-missing VekApps/Blender/addon"};
          }},
-        {"a command in a linked folder behind a closed one", kNothing,
+        {"a shipped bundle without its program", kNothing,
          [] {
-             addGoodApp("LinkedBin", "LOCATE_COMMAND \"bin/locate.sh\"\n");
-             makeFolders(root("VekProjects/closed/bin"));
-             writeFile(root("VekProjects/closed/bin/locate.sh"), "#!/bin/sh\n");
-             setMode(root("VekProjects/closed"), 0700);
-             fs::create_symlink("../../VekProjects/closed/bin", Tree::app("LinkedBin", "bin"));
-             return Found{"command-not-runnable VekApps/LinkedBin/bin/locate.sh"};
+             fs::remove(Tree::app("Example", "Example.app/Contents/MacOS/Example"));
+             return Found{
+                 "shipped-file-missing VekApps/Example/Example.app/Contents/MacOS/Example"};
          }},
-        {"a command in a folder of its own that cannot be looked into", kNothing,
+        {"a link in place of a shipped folder", kNothing,
          [] {
-             addGoodApp("NoBin", "LOCATE_COMMAND \"bin/locate.sh\"\n");
-             makeFolders(Tree::app("NoBin", "bin"));
-             writeFile(Tree::app("NoBin", "bin/locate.sh"), "#!/bin/sh\n");
-             setMode(Tree::app("NoBin", "bin"), 0);
-             return Found{"folder-unreadable VekApps/NoBin/bin"};
+             fs::remove_all(Tree::app("Blender", "addon"));
+             makeFolders(Tree::project("addon"));
+             fs::create_symlink(Tree::project("addon"), Tree::app("Blender", "addon"));
+             return Found{"linked-folder VekApps/Blender/addon"};
+         }},
+        {"a file in place of a shipped folder", kNothing,
+         [] {
+             fs::remove_all(Tree::app("Blender", "addon"));
+             writeFile(Tree::app("Blender", "addon"), "");
+             return Found{"not-a-folder VekApps/Blender/addon"};
+         }},
+        {"a shipped file in a folder of one user", kNothing,
+         [] {
+             setMode(Tree::app("Blender", "addon/vek_bridge"), 0700);
+             return Found{"folder-not-shared VekApps/Blender/addon/vek_bridge"};
          }},
     };
 }

@@ -27,9 +27,10 @@ protected:
         EXPECT_EQ(chmod(path.c_str(), 0755), 0);
         return path;
     }
-    bool runs(const std::string& name) const {
+    bool runs(const std::string& name) const { return runsWith(name, ""); }
+    bool runsWith(const std::string& name, const std::string& argument) const {
         testing::internal::CaptureStderr();
-        BXDiskServer::launchApplication((m_folder / name).c_str(), "");
+        BXDiskServer::launchApplication((m_folder / name).c_str(), argument.c_str());
         testing::internal::GetCapturedStderr();
         return fs::remove(m_marks / name);
     }
@@ -82,4 +83,41 @@ TEST(ShellSignsOfLists, AreTheBracesThatSomeShellsTakeApart) {
 TEST(ShellSignsOfAdministrators, AreThoseOfAllItsQuotes) {
     EXPECT_EQ(signsThatBreak("/a b&c;(d)/it's", ShellForm::Administrator), "'");
     EXPECT_EQ(signsThatBreak("/a\\b/$c/`d`/\"e", ShellForm::Administrator), "\\$`\"");
+}
+
+TEST_F(ShellSigns, OfAnArgumentAreThoseWithWhichNothingIsStarted) {
+    program("run");
+    program("run.sh");
+    int broken = 0;
+    for (char sign = ' '; sign <= '~'; ++sign) {
+        if (sign == '&') continue;  // what is run then is not waited for
+        for (const std::string& word :
+             {std::string("a") + sign + "b", std::string(2, sign) + "b", std::string("a") + sign}) {
+            for (const char* name : {"run", "run.sh"}) {
+                const std::string argument = "\"" + word + "\"";
+                const std::string signs =
+                    signsThatBreakArgument(argument, name[3] ? ShellForm::Quoted : ShellForm::Bare);
+                const bool isRun = runsWith(name, argument);
+                const bool isCut = signs.find_first_of(";|<>") != signs.npos;
+                // What stands before the end of the command may be run.
+                if (!isCut) {
+                    EXPECT_EQ(isRun, signs.empty()) << name << argument;
+                }
+                broken += signs.empty() ? 0 : 1;
+            }
+        }
+    }
+    EXPECT_GT(broken, 20);
+}
+
+TEST(ShellSignsOfArguments, AreNamed) {
+    EXPECT_EQ(signsThatBreakArgument("\"it's\"", ShellForm::Quoted), "'");
+    EXPECT_EQ(signsThatBreakArgument("\"it's\"", ShellForm::Bare), "'");
+    EXPECT_EQ(signsThatBreakArgument("\"a;b&c\"", ShellForm::Quoted), ";&");
+    EXPECT_EQ(signsThatBreakArgument("\"a;b\"", ShellForm::Bare), "");
+    EXPECT_EQ(signsThatBreakArgument("\"a\\\"", ShellForm::Quoted), "\\");
+    EXPECT_EQ(signsThatBreakArgument("\"$(date)\"", ShellForm::Quoted), "");
+    EXPECT_EQ(signsThatBreakArgument("\"-v\"", ShellForm::Administrator), "");
+    EXPECT_EQ(signsThatBreakArgument("\"a b\"", ShellForm::Administrator), " ");
+    EXPECT_EQ(signsThatBreakArgument("\"it's\"", ShellForm::Administrator), "'");
 }

@@ -3,12 +3,15 @@
 #include "tools/vek/tree_check.h"
 
 #include <map>
+#include <nlohmann/json.hpp>
 #include <random>
 #include <set>
 #include <stdexcept>
 
+#include "tests/tools/check_plant_kit.h"
 #include "tests/tools/tree_snapshot.h"
 #include "tests/tools/tree_to_check.h"
+#include "tools/vek/commands.h"
 
 TEST(TreeCheck, FindsNothingInAFreshTree) {
     const TreeToCheck tree;
@@ -37,9 +40,7 @@ TEST(TreeCheck, FindsNothingInATreeThatIsUsedAsItShouldBe) {
     writeFile(Tree::app("Volume", "Vek_Config.txt"), "PATH = \"Macintosh HD:/bin/sh\"\n");
     ASSERT_EQ(chmod(Tree::app("Volume", "Vek_Config.txt").c_str(), 0666), 0);
     ASSERT_EQ(chmod(Tree::app("My App", "Vek_Config.txt").c_str(), 0666), 0);
-    makeFolders(Tree::app("My App", "Helper.app/Contents/MacOS"));
-    writeFile(Tree::app("My App", "Helper.app/Contents/MacOS/applet"), "#!/bin/sh\n");
-    ASSERT_EQ(chmod(Tree::app("My App", "Helper.app/Contents/MacOS/applet").c_str(), 0755), 0);
+    addBundle(Tree::app("My App", "Helper.app"));
     for (const char* own : {"Helper.app/Contents/.DS_Store", "Helper.app/__pycache__/a.pyc"}) {
         const std::string path = Tree::app("My App", own);
         makeFolders(path.substr(0, path.rfind('/')));
@@ -128,6 +129,14 @@ TEST(TreeCheck, CannotLookAtATreeThatIsClosed) {
     const TreeToCheck tree;
     ASSERT_EQ(chmod(Tree::root().c_str(), 0), 0);
     EXPECT_THROW(checkTree(), std::runtime_error);
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(checkSharedTree(true), 2);
+    const auto said = nlohmann::json::parse(testing::internal::GetCapturedStdout());
+    EXPECT_EQ(said["tree"], Tree::root());
+    EXPECT_EQ(said["error"], Tree::root() +
+                                 " is closed to this user. Run vek check as an "
+                                 "administrator (sudo).");
+    EXPECT_THROW(checkSharedTree(false), std::runtime_error);
     ASSERT_EQ(chmod(Tree::root().c_str(), 0777), 0);
 }
 

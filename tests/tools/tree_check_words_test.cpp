@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "tests/tools/check_plant_kit.h"
 #include "tests/tools/tree_to_check.h"
 
 TEST(TreeCheck, NamesWhatALinkedFolderLacks) {
@@ -42,8 +43,9 @@ TEST(TreeCheck, NamesTheFileAndTheApplicationThatAreMeant) {
     writeFile(Tree::hub("Vek_Application.txt"), "Exmaple");
     EXPECT_NE(only(checkTree()).advice.find("Write Example"), std::string::npos);
     writeFile(Tree::hub("Vek_Application.txt"), "");
-    addGoodApp("App", "LOCATE_COMMAND \"inti.sh\"\n");
-    EXPECT_NE(only(checkTree()).advice.find("init.sh"), std::string::npos);
+    addGoodApp("App", "LOCATE_COMMAND \"loacte.sh\"\n");
+    writeFile(Tree::app("App", "locate.sh"), "#!/bin/sh\n");
+    EXPECT_EQ(only(checkTree()).advice, "Write locate.sh, which is there, if that is meant.");
 }
 
 TEST(TreeCheck, NamesThePathInEveryAdviceToChangeAMode) {
@@ -97,8 +99,9 @@ TEST(TreeCheck, LooksForTheInterpreterAsItIsLookedFor) {
 
 TEST(TreeCheck, LimitsWhatItSaysOfClosedFiles) {
     const TreeToCheck tree;
-    addGoodApp("App");
+    addGoodApp("App", "LOCATE_COMMAND \"many/locate.sh\"\n");
     makeFolders(Tree::app("App", "many"));
+    writeFile(Tree::app("App", "many/locate.sh"), "#!/bin/sh\n");
     for (int i = 0; i < 100; ++i) {
         const std::string file = Tree::app("App", "many/" + std::to_string(i));
         writeFile(file, "x");
@@ -193,9 +196,7 @@ TEST(TreeCheck, FindsAClosedFolderBehindTheLinkOfABundle) {
     const TreeToCheck tree;
     addGoodApp("App");
     const std::string closed = Tree::root() + "/VekProjects/closed";
-    makeFolders(closed + "/Helper.app/Contents/MacOS");
-    writeFile(closed + "/Helper.app/Contents/MacOS/Helper", "#!/bin/sh\n");
-    ASSERT_EQ(chmod((closed + "/Helper.app/Contents/MacOS/Helper").c_str(), 0755), 0);
+    addBundle(closed + "/Helper.app");
     fs::create_symlink(closed + "/Helper.app", Tree::app("App", "Helper.app"));
     EXPECT_EQ(codesOf(checkTree()), Found());
     ASSERT_EQ(chmod(closed.c_str(), 0700), 0);

@@ -59,8 +59,7 @@ TEST_F(TreeCommands, MakeATreeInWhichAllIsWell) {
 
 TEST_F(TreeCommands, FindNothingWrongWithBlenderNorWithWhatItNotes) {
     makeFolders(m_folder / "apps");
-    fs::copy(VEK_SOURCE_DIR "/apps/Blender", m_folder / "apps/Blender",
-             fs::copy_options::recursive);
+    fs::copy(VEK_BUILD_DIR "/apps/Blender", m_folder / "apps/Blender", fs::copy_options::recursive);
     ASSERT_EQ(vek("init --apps " + shellWord(m_folder / "apps")), 0) << m_said;
     EXPECT_EQ(vek("check"), 0) << m_said;
     // Blender may be on this machine or not; both are noted.

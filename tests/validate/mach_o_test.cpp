@@ -13,6 +13,12 @@ std::string fat(const std::string& records) {
     return "\xCA\xFE\xBA\xBE" + std::string{0, 0, 0, count} + records;
 }
 
+// The head of a file of this type.
+std::string thin(char magic, char type) {
+    return std::string{magic, '\xFA', '\xED', '\xFE'} + std::string(8, '\0') +
+           std::string{type, 0, 0, 0};
+}
+
 }  // namespace
 
 TEST(MachO, TellsTheWordSizeOfOneLibrary) {
@@ -33,4 +39,25 @@ TEST(MachO, TellsTheWordSizesOfAllThatAFileHolds) {
     EXPECT_TRUE(cut.has64 && !cut.has32);
     const MachOSizes other = machOSizes(std::string("\xCA\xFE\xBA\xBE\0\0\0\x34\1\0\0\7", 12));
     EXPECT_FALSE(other.has32 || other.has64);
+}
+
+TEST(MachO, TellsALibraryFromAnObjectFileAndAProgram) {
+    EXPECT_EQ(machOKind(thin('\xCF', 6), 64), MachOKind::Library);
+    EXPECT_EQ(machOKind(thin('\xCE', 8), 32), MachOKind::Library);
+    EXPECT_EQ(machOKind(thin('\xCF', 1), 64), MachOKind::Object);
+    EXPECT_EQ(machOKind(thin('\xCE', 2), 32), MachOKind::Program);
+    EXPECT_EQ(machOKind(thin('\xCF', 10), 64), MachOKind::Other);
+    EXPECT_EQ(machOKind(thin('\xCF', 6), 32), MachOKind::Other);
+    EXPECT_EQ(machOKind("", 64), MachOKind::Other);
+}
+
+TEST(MachO, TellsWhatAFileOfManyHoldsForEachWordSize) {
+    // The second begins behind the first; where each is stands in its record.
+    std::string first = record(0), second = record(1);
+    first[11] = 48;
+    second[11] = 64;
+    const std::string file = fat(first + second) + thin('\xCE', 2) + thin('\xCF', 6);
+    EXPECT_EQ(machOKind(file, 32), MachOKind::Program);
+    EXPECT_EQ(machOKind(file, 64), MachOKind::Library);
+    EXPECT_EQ(machOKind(fat(second), 32), MachOKind::Other);
 }

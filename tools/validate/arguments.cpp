@@ -4,12 +4,23 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <locale>
+#include <sstream>
 
 namespace {
 
 template <class Number>
 void put(std::vector<char>& bytes, Number number) {
     std::memcpy(bytes.data(), &number, sizeof number);
+}
+
+// Whatever the locale is.
+float numberIn(const std::string& text) {
+    std::istringstream stream(text);
+    stream.imbue(std::locale::classic());
+    float number = 0.0f;
+    stream >> number;
+    return number;
 }
 
 }  // namespace
@@ -27,7 +38,7 @@ HostBlock::HostBlock(BlockKind kind, const char* in) {
     if (kind == BlockKind::IN_TEXT) {
         std::copy(input.begin(), input.end(), m_bytes.begin());
     } else if (kind == BlockKind::IN_FLOAT) {
-        put(m_bytes, std::strtof(input.c_str(), nullptr));
+        put(m_bytes, numberIn(input));
     } else {
         put(m_bytes, static_cast<std::int32_t>(std::strtol(input.c_str(), nullptr, 10)));
     }

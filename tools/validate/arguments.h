@@ -49,6 +49,12 @@ struct Arguments {
     int size2 = 0;
     char** host = nullptr;
 
+    // The text is another one.
+    void setText(const std::string& other) {
+        ownText = HostBlock::in(other);
+        text = ownText.data();
+    }
+
     // What the pointers point to, unless somebody has changed them.
     HostBlock ownText, own1, own2;
     std::unique_ptr<HostWindows> windows;

@@ -16,8 +16,14 @@ struct Settings {
     bool adoptsOrphans = false;  // whether processes that lose their parent become the validator's
 };
 
-// One way in which a library can be wrong. `run` is called in a process of its own, in the folder
-// for scratch, in the C locale, with no more rights than an ordinary user has; it says what it
+// The working folder of a check. The folders that HOME and TMPDIR name are in it, so that only the
+// library is seen there.
+inline std::string workingFolder(const Settings& settings) {
+    return settings.scratch + "/here";
+}
+
+// One way in which a library can be wrong. `run` is called in a process of its own, in its working
+// folder, in the C locale, with no more rights than an ordinary user has; it says what it
 // finds to the report.
 struct Check {
     const char* name;
@@ -30,24 +36,14 @@ const std::vector<Check>& allChecks();
 
 using CheckFunction = void(const Settings& settings, Report& report);
 
-// symbol_checks.cpp
 CheckFunction checkSymbols, checkNearNames;
-// loading_checks.cpp
 CheckFunction checkLoadFiles, checkLoadLocale, checkLoadSignals, checkLoadEnvironment, checkReload;
-// pointer_checks.cpp
 CheckFunction checkNulls, checkEmpties, checkLongTexts, checkGuardPages, checkUnusedArguments;
-// value_checks.cpp
 CheckFunction checkNumbers, checkCanaries, checkInputs;
-// results_….cpp, one for each group of exports
 CheckFunction checkSetupResults, checkPanelResults, checkObjectResults, checkExchangeResults,
     checkApplicationResults, checkControlResults, checkPreferenceResults, checkPlacementResults;
-// order_checks.cpp
 CheckFunction checkFirstCall, checkTwice, checkOrder, checkSameBytes;
-// tree_checks.cpp
 CheckFunction checkMissingTree, checkReadOnlyTree, checkFullTree;
-// process_checks.cpp
-CheckFunction checkCommaLocale, checkSmallStack, checkOpenFiles, checkProcessState, checkSilence;
-// child_checks.cpp
-CheckFunction checkProcesses;
-// random_check.cpp
+CheckFunction checkCommaLocale, checkSmallStack, checkOpenFiles, checkProcessState, checkProcesses,
+    checkSilence;
 CheckFunction checkRandom;

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "tools/validate/results.h"
+#include "tools/validate/shifted_clock.h"
 
 namespace {
 
@@ -18,6 +19,19 @@ void putScript(const std::string& path) {
     tree::write(path,
                 "#!/bin/sh\nfor word in \"$@\"; do echo \"$word\"; done >'" + kArguments + "'\n");
     chmod(path.c_str(), 0755);
+}
+
+// Where the clock cannot be set, this would take the half minute.
+void expectNoLog(Session& session) {
+    constexpr std::size_t kLength = 218;
+    if (!canShiftClock()) return;
+    tree::write(tree::app("Alpha", "init.sh"), ":\n");
+    const SkippedWaiting skipped;
+    const StatedCall& call = statedCall("VekAppInstall");
+    Arguments arguments(call);
+    session.expect(1.0f, call, arguments, "where no log comes");
+    session.expectThat(!arguments.own1.isUntouched() && arguments.own1.text().size() == kLength,
+                       "VekAppInstall gave no message of 219 bytes where no log came");
 }
 
 void expectInstalling(Session& session) {
@@ -34,6 +48,13 @@ void expectInstalling(Session& session) {
     cut.size1 = 5;
     session.expect(1.0f, call, cut, "for a small block");
     session.expectText(cut.own1, "no r");
+    for (const int size : {0, -1}) {
+        Arguments nothing(call);
+        nothing.size1 = size;
+        session.expect(1.0f, call, nothing, "for a block of size " + std::to_string(size));
+        session.expectUntouched(nothing.own1);
+    }
+    expectNoLog(session);
     session.expectFile(kInstalled, "/Applications/Alpha\n/Applications/New\n");
     HostBlock none = HostBlock::out();
     session.expect(1.0f, "VekAppInstall", "/Applications/New", 7.0, none.data());
@@ -80,7 +101,8 @@ pid_t startBundle(const std::string& bundle) {
 }
 
 void expectRunning(Session& session) {
-    const std::string bundle = tree::project("Sleeper.app");
+    // Another validator's has the same path in its own view.
+    const std::string bundle = tree::project("Sleeper" + std::to_string(getpid()) + ".app");
     session.expect(0.0f, "VekAppIsRunning", bundle);
     const pid_t process = startBundle(bundle);
     float isRunning = 0.0f;

@@ -35,8 +35,33 @@ bool adoptOrphans() {
     return prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0) == 0 && access("/proc/self/stat", R_OK) == 0;
 }
 
+namespace {
+
+// Where the system tells the children of each thread; false where it does not.
+bool readChildren(pid_t parent, std::vector<ChildProcess>& children) {
+    const std::string tasks = "/proc/" + std::to_string(parent) + "/task";
+    DIR* const folder = opendir(tasks.c_str());
+    bool isTold = folder != nullptr;
+    while (const dirent* const entry = folder ? readdir(folder) : nullptr) {
+        if (*entry->d_name == '.') continue;
+        std::ifstream file(tasks + "/" + entry->d_name + "/children");
+        isTold = isTold && file.is_open();
+        for (pid_t process = 0; file >> process;) {
+            pid_t its = 0;
+            char state = 0;
+            if (readStatus(process, its, state)) children.push_back({process, state == 'Z'});
+        }
+    }
+    if (folder) closedir(folder);
+    return isTold;
+}
+
+}  // namespace
+
 std::vector<ChildProcess> childrenOf(pid_t parent) {
     std::vector<ChildProcess> children;
+    if (readChildren(parent, children)) return children;
+    children.clear();
     DIR* const folder = opendir("/proc");
     while (const dirent* const entry = folder ? readdir(folder) : nullptr) {
         const pid_t process = std::atoi(entry->d_name);

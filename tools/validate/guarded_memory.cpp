@@ -11,10 +11,12 @@ GuardedMemory::GuardedMemory() : m_pageSize(static_cast<std::size_t>(sysconf(_SC
     void* const pages = mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANON, -1, 0);
     if (pages == MAP_FAILED) throw std::runtime_error("there is no memory for guard pages");
     m_pages = static_cast<char*>(pages);
-    for (int i = 0; i < kPlaces; ++i) {
-        mprotect(m_pages + (2 * i + 1) * static_cast<long>(m_pageSize), m_pageSize,
-                 PROT_READ | PROT_WRITE);
-    }
+    for (int i = 0; i < kPlaces; ++i) mprotect(page(i), m_pageSize, PROT_READ | PROT_WRITE);
+}
+
+void GuardedMemory::closeForWriting() {
+    for (int i = 0; i < kPlaces; ++i) mprotect(page(i), m_pageSize, PROT_READ);
+    m_used = kPlaces;
 }
 
 GuardedMemory::~GuardedMemory() {
@@ -35,5 +37,9 @@ char* GuardedMemory::putAtBegin(const char* bytes, std::size_t count) {
 
 char* GuardedMemory::nextPage() {
     if (m_used == kPlaces) throw std::logic_error("a call has more inputs than there is room for");
-    return m_pages + (2 * m_used++ + 1) * static_cast<long>(m_pageSize);
+    return page(m_used++);
+}
+
+char* GuardedMemory::page(int number) const {
+    return m_pages + (2 * number + 1) * static_cast<long>(m_pageSize);
 }

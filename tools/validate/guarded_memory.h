@@ -11,19 +11,22 @@ public:
     GuardedMemory& operator=(const GuardedMemory&) = delete;
     ~GuardedMemory();
 
-    // Copies the bytes, which have to fit into a page, to the end or the beginning of a page. Three
+    // Copies the bytes, which have to fit into a page, to the end or the beginning of a page. Four
     // of them have room; clear() makes it anew.
     char* putAtEnd(const char* bytes, std::size_t count);
     char* putAtBegin(const char* bytes, std::size_t count);
     void clear() { m_used = 0; }
+    // From now on what was put can only be read, and nothing more can be put.
+    void closeForWriting();
 
     // An address that nobody may touch.
     char* nothing() const { return m_pages; }
 
 private:
     char* nextPage();
+    char* page(int number) const;
 
-    static constexpr int kPlaces = 3;
+    static constexpr int kPlaces = 4;
     std::size_t m_pageSize;
     char* m_pages;
     int m_used = 0;

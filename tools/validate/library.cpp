@@ -2,13 +2,25 @@
 
 #include <dlfcn.h>
 
+#include <exception>
 #include <stdexcept>
 
-Library::Library(const std::string& path) : m_handle(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+Library::Library(const std::string& path, Report& report) : m_report(report) {
+    m_report.calls("loading");
+    // What its initializers throw comes through the loader.
+    try {
+        m_handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    } catch (const std::exception& error) {
+        throw std::runtime_error("loading let an exception out: \"" + std::string(error.what()) +
+                                 '"');
+    } catch (...) {
+        throw std::runtime_error("loading let an exception out");
+    }
     if (!m_handle) throw std::runtime_error(std::string("it cannot be loaded: ") + dlerror());
 }
 
 Library::~Library() {
+    m_report.calls("unloading");
     dlclose(m_handle);
 }
 

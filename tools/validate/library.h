@@ -3,12 +3,14 @@
 #include <string>
 
 #include "exports/vek.h"
+#include "tools/validate/report.h"
 
-// The library that is checked, loaded by its path as a host does; unloaded with this object.
+// The library that is checked, loaded by its path as a host does; unloaded with this object. Both
+// are told to the report as calls are.
 class Library {
 public:
     // Throws std::runtime_error, with a sentence, when it cannot be loaded.
-    explicit Library(const std::string& path);
+    Library(const std::string& path, Report& report);
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
     ~Library();
@@ -21,5 +23,6 @@ public:
     static bool isLoaded(const std::string& path);
 
 private:
-    void* m_handle;
+    Report& m_report;
+    void* m_handle = nullptr;
 };

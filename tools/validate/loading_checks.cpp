@@ -1,26 +1,45 @@
 #include <stdlib.h>
 
+#include <initializer_list>
+#include <vector>
+
 #include "tools/validate/folder_watch.h"
 #include "tools/validate/process_state.h"
 #include "tools/validate/session.h"
 
 namespace {
 
-using TakeState = ProcessState();
+using TakeStates = std::initializer_list<ProcessState (*)()>;
+
+std::vector<ProcessState> take(TakeStates states) {
+    std::vector<ProcessState> taken;
+    for (const auto state : states) taken.push_back(state());
+    return taken;
+}
 
 // Loads and unloads, and holds what is there then against what was there before.
-void expectTheSame(const Settings& settings, Report& report, TakeState takeState) {
-    const ProcessState before = takeState();
+void expectTheSameHere(const Settings& settings, Report& report, TakeStates states) {
+    const std::vector<ProcessState> before = take(states);
     const auto compare = [&](const char* when) {
-        for (const std::string& difference : differences(before, takeState())) {
-            report.finds("after " + std::string(when) + " " + difference);
+        const std::vector<ProcessState> after = take(states);
+        for (std::size_t i = 0; i < before.size(); ++i) {
+            for (const std::string& difference : differences(before[i], after[i])) {
+                report.finds("after " + std::string(when) + " " + difference);
+            }
         }
     };
     {
-        const Library library(settings.library);
+        const Library library(settings.library, report);
         compare("loading");
     }
     compare("unloading");
+}
+
+// What sets something to what it is already shows in a host where it is something else.
+void expectTheSame(const Settings& settings, Report& report, TakeStates states) {
+    expectTheSameHere(settings, report, states);
+    becomeParticularHost();
+    expectTheSameHere(settings, report, states);
 }
 
 // The two data symbols; one that is missing is said by the check of the symbols.
@@ -35,39 +54,34 @@ bool areDataZero(const Library& library) {
 void checkLoadFiles(const Settings& settings, Report& report) {
     tree::make();
     const auto before = tree::snapshot(tree::kRoot);
-    // Of this check's own, so that only the library is seen there.
-    const std::string home = settings.scratch + "/here/home", temporary = home + "/tmp";
-    tree::makeFolder(temporary);
-    setenv("HOME", home.c_str(), 1);
-    setenv("TMPDIR", temporary.c_str(), 1);
-    const auto beforeHere = tree::snapshot(".");
+    const auto beforeHere = tree::snapshot(workingFolder(settings));
     FolderWatch watch({tree::kRoot, tree::hub(""), tree::app("Alpha", ""), tree::project(""), ".",
-                       home, temporary});
-    expectTheSame(settings, report, folderState);
+                       getenv("HOME"), getenv("TMPDIR")});
+    expectTheSame(settings, report, {folderState});
     for (const std::string& event : watch.events()) report.finds("loading looks at " + event);
     if (tree::snapshot(tree::kRoot) != before)
         report.finds("after loading the tree is another one");
-    if (tree::snapshot(".") != beforeHere) {
+    if (tree::snapshot(workingFolder(settings)) != beforeHere) {
         report.finds("after loading there are other files in the working folder");
     }
 }
 
 void checkLoadLocale(const Settings& settings, Report& report) {
-    expectTheSame(settings, report, localeState);
+    expectTheSame(settings, report, {localeState});
 }
 
 void checkLoadSignals(const Settings& settings, Report& report) {
-    expectTheSame(settings, report, signalState);
+    expectTheSame(settings, report, {signalState});
 }
 
 void checkLoadEnvironment(const Settings& settings, Report& report) {
-    expectTheSame(settings, report, environmentState);
+    expectTheSame(settings, report, {environmentState, numberState, limitState});
 }
 
 void checkReload(const Settings& settings, Report& report) {
     tree::make();
-    { const Library first(settings.library); }
-    const int openFiles = openFileCount();
+    { const Library first(settings.library, report); }
+    const ProcessState openFiles = openFileState();
     for (int i = 1; i <= 50; ++i) {
         const std::string which = "load " + std::to_string(i);
         {
@@ -84,8 +98,7 @@ void checkReload(const Settings& settings, Report& report) {
         if (Library::isLoaded(settings.library))
             report.finds(which + " is still there when it was unloaded");
     }
-    if (openFileCount() != openFiles) {
-        report.finds("fifty loads leave " + std::to_string(openFileCount() - openFiles) +
-                     " more files open");
+    for (const std::string& difference : differences(openFiles, openFileState())) {
+        report.finds("after fifty loads " + difference);
     }
 }

@@ -21,7 +21,45 @@ std::uint32_t numberAt(const std::string& bytes, std::size_t at) {
     return number;
 }
 
+// A little-endian number; 0 past the end.
+std::uint32_t smallNumberAt(const std::string& bytes, std::size_t at) {
+    const std::uint32_t number = numberAt(bytes, at);
+    return number >> 24 | (number >> 8 & 0xFF00) | (number << 8 & 0xFF0000) | number << 24;
+}
+
+// Where the file for this word size begins; npos where there is none.
+std::size_t beginOf(const std::string& bytes, int bits) {
+    if (bytes.compare(0, 4, bits == 64 ? kThin64 : kThin32) == 0) return 0;
+    if (bytes.compare(0, 4, kFat) != 0) return bytes.npos;
+    const std::uint32_t count = numberAt(bytes, 4);
+    for (std::size_t i = 0; i < count && i < kMostRecords; ++i) {
+        const std::size_t record = kFirstRecord + i * kRecordSize;
+        const std::uint32_t processor = numberAt(bytes, record);
+        const bool is64 = (processor & k64BitProcessor) != 0;
+        if (processor != 0 && is64 == (bits == 64)) return numberAt(bytes, record + 8);
+    }
+    return bytes.npos;
+}
+
 }  // namespace
+
+MachOKind machOKind(const std::string& bytes, int bits) {
+    constexpr std::size_t kType = 12;
+    constexpr std::uint32_t kObject = 1, kProgram = 2, kLibrary = 6, kBundle = 8;
+    const std::size_t begin = beginOf(bytes, bits);
+    if (begin == bytes.npos) return MachOKind::Other;
+    switch (smallNumberAt(bytes, begin + kType)) {
+        case kObject:
+            return MachOKind::Object;
+        case kProgram:
+            return MachOKind::Program;
+        case kLibrary:
+        case kBundle:
+            return MachOKind::Library;
+        default:
+            return MachOKind::Other;
+    }
+}
 
 MachOSizes machOSizes(const std::string& bytes) {
     MachOSizes sizes;

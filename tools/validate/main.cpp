@@ -1,6 +1,9 @@
 // vek-validate: checks any build of the library from outside, as a careful host would.
 
+#include <fcntl.h>
+#include <signal.h>
 #include <stdlib.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -8,6 +11,7 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <iostream>
 
 #include "tools/validate/descendants.h"
 #include "tools/validate/library.h"
@@ -44,7 +48,7 @@ std::string whyNoSeed(const std::string& text) {
            "18446744073709551615";
 }
 
-// The folder for scratch, which goes with this object.
+// The folder for scratch, which goes with this object, as does the tree.
 class Scratch {
 public:
     explicit Scratch(View view) {
@@ -58,6 +62,11 @@ public:
     ~Scratch() {
         std::error_code ignored;
         fs::remove_all(m_path, ignored);
+        try {
+            tree::remove();
+        } catch (const fs::filesystem_error&) {
+            // What stands in its place is not the validator's.
+        }
     }
     const std::string& path() const { return m_path; }
 
@@ -124,7 +133,6 @@ int validate(Settings& settings, const Selection& selection, char** arguments) {
     const Scratch scratch(view);
     settings.scratch = scratch.path();
     const std::vector<Outcome> outcomes = runAll(settings, selection, !settings.json);
-    tree::remove();
     if (settings.json) {
         printJson(settings, outcomes);
     } else {
@@ -133,9 +141,7 @@ int validate(Settings& settings, const Selection& selection, char** arguments) {
     return exitStatus(outcomes);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     CLI::App app("Checks a build of the library from outside, as a careful host would.");
     app.name("vek-validate");
     app.set_version_flag("--version", "vek-validate " VEK_VERSION);
@@ -184,6 +190,8 @@ int main(int argc, char** argv) {
             selection.only = {"random"};
         }
         return validate(settings, selection, argv);
+    } catch (const EndedBySignal& ending) {
+        return 128 + ending.signal;
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return app.exit(error);
         // It may stand behind the word at which the reading stopped.
@@ -194,4 +202,30 @@ int main(int argc, char** argv) {
     } catch (const std::exception& error) {
         return refuse(error.what(), settings.json);
     }
+}
+
+// Streams that are closed are opened, so that no file of a check takes their place. Writing to them
+// fails as before.
+void openStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) < 0) open("/dev/null", O_RDONLY);
+    }
+}
+
+// Whether all that was to be printed is.
+bool isPrinted() {
+    std::cout.flush();
+    return std::fflush(stdout) == 0 && !std::ferror(stdout) && std::cout.good();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    openStreams();
+    // Who does not listen any more is no reason to leave a check behind.
+    signal(SIGPIPE, SIG_IGN);
+    const int status = run(argc, argv);
+    if (isPrinted()) return status;
+    std::fputs("vek-validate: the result could not be written to standard output\n", stderr);
+    return kCouldNotRun;
 }

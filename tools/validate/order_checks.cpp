@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "tools/validate/session.h"
 
 void checkFirstCall(const Settings& settings, Report& report) {
@@ -80,42 +78,4 @@ void checkOrder(const Settings& settings, Report& report) {
     Session session(settings, report);
     session.prepare();
     expectReversed(session);
-}
-
-namespace {
-
-// All that a call leaves: its result, its blocks, and every file.
-struct Trace {
-    float result = 0.0f;
-    std::vector<char> block1, block2;
-    std::map<std::string, std::string> files;
-};
-
-Trace traceOf(const Settings& settings, Report& report, const StatedCall& call) {
-    tree::make();
-    Session session(settings, report);
-    session.prepare();
-    Arguments arguments(call);
-    Trace trace;
-    if (session.has(call)) trace.result = session.call(call, arguments);
-    trace.block1 = arguments.own1.bytes();
-    trace.block2 = arguments.own2.bytes();
-    trace.files = tree::snapshot(tree::kRoot);
-    return trace;
-}
-
-}  // namespace
-
-void checkSameBytes(const Settings& settings, Report& report) {
-    forEachExport([&](const StatedCall& call) {
-        const Trace one = traceOf(settings, report, call);
-        const Trace other = traceOf(settings, report, call);
-        const std::string name(call.name);
-        if (one.result != other.result) report.finds(name + " gave another result");
-        if (one.block1 != other.block1)
-            report.finds(name + " wrote other bytes to its first block");
-        if (one.block2 != other.block2)
-            report.finds(name + " wrote other bytes to its second block");
-        if (one.files != other.files) report.finds(name + " left other files");
-    });
 }

@@ -41,6 +41,9 @@ void checkPlacementResults(const Settings& settings, Report& report) {
     }
     expectPlaced(session, 0.0f, "Tool:Last", -0.75, "Tool:Export", "Import Last Export");
     expectPlaced(session, 0.0f, "Tool:Export", 1.0, "Tool:Import", same);
+    // An item is never moved into itself.
+    expectPlaced(session, 0.0f, "Tool:Import", 1.0, "Tool:Import", same);
+    expectPlaced(session, 0.0f, "Tool", 1.0, "Tool:Import", same);
     expectPlaced(session, -1.0f, "Tool:Nothing", 1.0, "Tool:Import", same);
     expectPlaced(session, -1.0f, "Tool:Last", 1.0, "Tool:Nothing", same);
     // The first top-level window is what paths begin at, and has no parent.

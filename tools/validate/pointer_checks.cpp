@@ -1,20 +1,10 @@
 #include <cstring>
 
+#include "tools/validate/changed_calls.h"
 #include "tools/validate/guarded_memory.h"
-#include "tools/validate/session.h"
+#include "tools/validate/trace.h"
 
 namespace {
-
-// Calls every export with arguments that `change` has made of the ordinary ones.
-template <class Change>
-void expectOfChanged(const Settings& settings, Report& report, const char* when,
-                     StatedResult stated, Change change) {
-    forEachPrepared(settings, report, tree::make, [&](Session& session, const StatedCall& call) {
-        Arguments arguments(call);
-        change(arguments, entryOf(call));
-        session.expect(call.*stated, call, arguments, when);
-    });
-}
 
 // The bytes that a host has to have in a block: of a text out, a path's.
 std::size_t sizeOf(BlockKind kind, const char* block) {
@@ -46,24 +36,6 @@ void placeAll(Arguments& arguments, const ExportEntry& entry, Place place) {
 }
 
 }  // namespace
-
-void checkNulls(const Settings& settings, Report& report) {
-    expectOfChanged(settings, report, "with every pointer null", &StatedCall::nulls,
-                    [](Arguments& arguments, const ExportEntry&) {
-                        arguments.text = arguments.block1 = arguments.block2 = nullptr;
-                        arguments.size1 = arguments.size2 = 0;
-                        arguments.host = nullptr;
-                    });
-}
-
-void checkEmpties(const Settings& settings, Report& report) {
-    expectOfChanged(settings, report, "with empty texts", &StatedCall::empties,
-                    [](Arguments& arguments, const ExportEntry& entry) {
-                        if (arguments.text) *arguments.text = '\0';
-                        if (entry.block1 == BlockKind::IN_TEXT) *arguments.block1 = '\0';
-                        if (entry.block2 == BlockKind::IN_TEXT) *arguments.block2 = '\0';
-                    });
-}
 
 void checkLongTexts(const Settings& settings, Report& report) {
     constexpr std::size_t kLength = 100000;
@@ -103,16 +75,23 @@ void checkGuardPages(const Settings& settings, Report& report) {
 void checkUnusedArguments(const Settings& settings, Report& report) {
     GuardedMemory memory;
     char* const poison = memory.nothing();
-    expectOfChanged(settings, report, "with poison in what it does not use", &StatedCall::ordinary,
-                    [&](Arguments& arguments, const ExportEntry& entry) {
-                        if (entry.text.empty()) arguments.text = poison;
-                        if (entry.value.empty()) arguments.value = -1e300;
-                        if (entry.block1 == BlockKind::NONE) arguments.block1 = poison;
-                        if (entry.block2 == BlockKind::NONE) arguments.block2 = poison;
-                        // The only size that counts is that of a sized text.
-                        if (entry.block1 != BlockKind::OUT_SIZED_TEXT)
-                            arguments.size1 = -2147483647;
-                        arguments.size2 = 2147483647;
-                        if (!arguments.host) arguments.host = reinterpret_cast<char**>(poison);
-                    });
+    forEachExport([&](const StatedCall& call) {
+        const ExportEntry& entry = entryOf(call);
+        const auto putPoison = [&](Arguments& arguments) {
+            if (entry.text.empty()) arguments.text = poison;
+            if (entry.value.empty()) arguments.value = -1e300;
+            if (entry.block1 == BlockKind::NONE) arguments.block1 = poison;
+            if (entry.block2 == BlockKind::NONE) arguments.block2 = poison;
+            // The only size that counts is that of a sized text.
+            if (entry.block1 != BlockKind::OUT_SIZED_TEXT) arguments.size1 = -2147483647;
+            arguments.size2 = 2147483647;
+            if (!arguments.host) arguments.host = reinterpret_cast<char**>(poison);
+        };
+        const Trace plain = traceOf(settings, report, call, [](Arguments&) {});
+        const Trace other = traceOf(settings, report, call, putPoison);
+        for (const std::string& difference : differences(plain, other)) {
+            report.finds(std::string(call.name) + " with poison in what it does not use " +
+                         difference);
+        }
+    });
 }

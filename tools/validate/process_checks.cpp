@@ -1,69 +1,14 @@
 #include <fcntl.h>
-#include <locale.h>
 #include <pthread.h>
-#include <stdlib.h>
 #include <unistd.h>
 
-#include <cstring>
+#include <cstdio>
 #include <functional>
+#include <initializer_list>
 #include <stdexcept>
 
 #include "tools/validate/process_state.h"
-#include "tools/validate/session.h"
-
-namespace {
-
-bool hasDecimalComma() {
-    return std::strcmp(localeconv()->decimal_point, ",") == 0;
-}
-
-// A locale with a decimal comma that is installed here; or else one that is made in `scratch`.
-bool setCommaLocale(const std::string& scratch) {
-    const char* const names[] = {"de_DE.UTF-8", "de_DE",       "fr_FR.UTF-8", "fr_FR",
-                                 "es_ES.UTF-8", "it_IT.UTF-8", "pt_BR.UTF-8", "ru_RU.UTF-8"};
-    const auto setAny = [&] {
-        for (const char* name : names) {
-            if (setlocale(LC_ALL, name) && hasDecimalComma()) return true;
-        }
-        return false;
-    };
-    if (setAny()) return true;
-    const std::string made = "localedef -c -i de_DE -f UTF-8 '" + scratch + "/de_DE.UTF-8'";
-    // Mere warnings make it fail: what counts is whether the locale works.
-    const int ignored = system(made.c_str());
-    static_cast<void>(ignored);
-    setenv("LOCPATH", scratch.c_str(), 1);
-    const bool done = setAny();
-    unsetenv("LOCPATH");
-    return done;
-}
-
-}  // namespace
-
-void checkCommaLocale(const Settings& settings, Report& report) {
-    if (!setCommaLocale(settings.scratch)) {
-        report.cannotTry("no locale with a decimal comma is installed here, and none can be made");
-        return;
-    }
-    tree::make();
-    Session session(settings, report);
-    const std::string prefs = tree::hub("prefs.txt");
-    HostBlock key = HostBlock::in("REAL"), in = HostBlock::in("1234"), out = HostBlock::out();
-    session.expect(1.0f, "ReadConfigPrefAsFloat", prefs, 0.0, key.data(), out.data());
-    session.expectThat(out.number<float>() == 0.5f,
-                       "ReadConfigPrefAsFloat read 0.5 as " + asText(out.number<float>()));
-    const float number = 2.25f;
-    std::memcpy(in.data(), &number, sizeof number);
-    tree::write(prefs, "");
-    session.expect(0.0f, "WriteConfigPrefAsFloat", prefs, 0.0, key.data(), in.data());
-    session.expectFile(prefs, "REAL = 2.250000\n");
-    HostBlock path = HostBlock::out(), param = HostBlock::out();
-    session.expect(0.0f, "GetFirstObjectTextureFileName", "", 2.0, path.data(), param.data());
-    session.expectText(param, "0.500000");
-    session.expect(0.0f, "VekPostExport", tree::project("scene.ma"));
-    session.expectFile(tree::project("scene.ma"), tree::mergedScene());
-    session.expectThat(hasDecimalComma(), "the locale is another one after the calls");
-}
+#include "tools/validate/trace.h"
 
 namespace {
 
@@ -95,49 +40,92 @@ void onSmallStack(const std::function<void()>& work) {
 
 void checkSmallStack(const Settings& settings, Report& report) {
     forEachPrepared(settings, report, tree::make, [](Session& session, const StatedCall& call) {
-        const Arguments arguments(call);
-        onSmallStack([&] { session.expect(call.ordinary, call, arguments, "on a small stack"); });
-    });
-}
-
-void checkOpenFiles(const Settings& settings, Report& report) {
-    forEachPrepared(settings, report, tree::make, [](Session& session, const StatedCall& call) {
-        const int before = openFileCount();
-        session.call(call, Arguments(call));
-        session.expectThat(openFileCount() <= before, std::string(call.name) + " left a file open");
-    });
-}
-
-void checkProcessState(const Settings& settings, Report& report) {
-    forEachPrepared(settings, report, tree::make, [](Session& session, const StatedCall& call) {
-        const auto take = [] {
-            return std::vector<ProcessState>{localeState(), signalState(), environmentState(),
-                                             folderState()};
-        };
-        const auto before = take();
-        session.call(call, Arguments(call));
-        const auto after = take();
-        for (std::size_t i = 0; i < before.size(); ++i) {
-            for (const std::string& difference : differences(before[i], after[i])) {
-                session.report().finds("after " + std::string(call.name) + " " + difference);
-            }
+        for (const Change& change : ordinaryCalls(call)) {
+            Arguments arguments(call);
+            change(arguments);
+            onSmallStack(
+                [&] { session.expect(call.ordinary, call, arguments, "on a small stack"); });
         }
     });
 }
 
-void checkSilence(const Settings& settings, Report& report) {
-    const std::string printed = settings.scratch + "/printed";
-    forEachPrepared(settings, report, tree::make, [&](Session& session, const StatedCall& call) {
-        const int file = open(printed.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-        const int output = dup(STDOUT_FILENO), errors = dup(STDERR_FILENO);
+namespace {
+
+using TakeState = ProcessState (*)();
+
+// Holds what is there after the ordinary call against what was there before it.
+void expectTheSame(Session& session, const StatedCall& call,
+                   std::initializer_list<TakeState> states) {
+    std::vector<ProcessState> before;
+    for (const TakeState state : states) before.push_back(state());
+    session.call(call, Arguments(call));
+    auto was = before.begin();
+    for (const TakeState state : states) {
+        for (const std::string& difference : differences(*was++, state()))
+            session.report().finds("after " + std::string(call.name) + " " + difference);
+    }
+}
+
+}  // namespace
+
+void checkOpenFiles(const Settings& settings, Report& report) {
+    forEachPrepared(settings, report, tree::make, [](Session& session, const StatedCall& call) {
+        expectTheSame(session, call, {openFileState});
+    });
+}
+
+void checkProcessState(const Settings& settings, Report& report) {
+    const auto expect = [](Session& session, const StatedCall& call) {
+        expectTheSame(
+            session, call,
+            {localeState, signalState, environmentState, folderState, numberState, limitState});
+    };
+    forEachPrepared(settings, report, tree::make, expect);
+    // What is set to what it was already shows here.
+    becomeParticularHost();
+    forEachPrepared(settings, report, tree::make, expect);
+}
+
+namespace {
+
+// Finds what is printed in its life.
+class Listening {
+public:
+    Listening(const Settings& settings, Report& report, const char* who)
+        : m_path(settings.scratch + "/printed"), m_report(report), m_who(who) {
+        const int file = open(m_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
         dup2(file, STDOUT_FILENO);
         dup2(file, STDERR_FILENO);
-        session.call(call, Arguments(call));
+        close(file);
+    }
+    Listening(const Listening&) = delete;
+    Listening& operator=(const Listening&) = delete;
+    ~Listening() {
         fflush(nullptr);
-        dup2(output, STDOUT_FILENO);
-        dup2(errors, STDERR_FILENO);
-        for (const int descriptor : {file, output, errors}) close(descriptor);
-        const std::string text = tree::read(printed);
-        session.expectThat(text.empty(), std::string(call.name) + " printed " + quoted(text));
+        dup2(m_output, STDOUT_FILENO);
+        dup2(m_errors, STDERR_FILENO);
+        close(m_output);
+        close(m_errors);
+        const std::string text = tree::read(m_path);
+        if (!text.empty()) m_report.finds(m_who + " printed " + quoted(text));
+    }
+
+private:
+    const std::string m_path;
+    Report& m_report;
+    const std::string m_who;
+    const int m_output = dup(STDOUT_FILENO), m_errors = dup(STDERR_FILENO);
+};
+
+}  // namespace
+
+void checkSilence(const Settings& settings, Report& report) {
+    {
+        const Listening listening(settings, report, "loading and unloading");
+        const Library library(settings.library, report);
+    }
+    forEachPrepared(settings, report, tree::make, [&](Session& session, const StatedCall& call) {
+        const Listening listening(settings, report, call.name);
+        session.call(call, Arguments(call));
     });
 }

@@ -8,13 +8,16 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <stdexcept>
 
 #include "tools/validate/descendants.h"
 #include "tools/validate/rights.h"
 #include "tools/validate/session.h"
+#include "tools/validate/signal_names.h"
 #include "tools/validate/stand_ins.h"
 #include "tools/validate/tree.h"
 
@@ -26,25 +29,15 @@ std::string outputOf(const Settings& settings) {
     return settings.scratch + "/output";
 }
 
-std::string nameOf(int signal) {
-    const struct {
-        int number;
-        const char* name;
-    } names[] = {{SIGSEGV, "SIGSEGV"}, {SIGBUS, "SIGBUS"},   {SIGABRT, "SIGABRT"},
-                 {SIGFPE, "SIGFPE"},   {SIGILL, "SIGILL"},   {SIGTRAP, "SIGTRAP"},
-                 {SIGKILL, "SIGKILL"}, {SIGTERM, "SIGTERM"}, {SIGPIPE, "SIGPIPE"},
-                 {SIGXFSZ, "SIGXFSZ"}, {SIGSYS, "SIGSYS"},   {SIGALRM, "SIGALRM"}};
-    for (const auto& known : names) {
-        if (known.number == signal) return known.name;
-    }
-    return "signal " + std::to_string(signal);
-}
-
 void prepareChild(const Settings& settings) {
-    const std::string folder = settings.scratch + "/here";
-    tree::makeFolder(folder);
-    if (chdir(folder.c_str()) != 0) throw std::runtime_error("the folder for scratch is gone");
+    const std::string folder = workingFolder(settings), temporary = folder + "/home/tmp";
     umask(022);
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
+    tree::makeFolder(temporary);
+    if (chdir(folder.c_str()) != 0) throw std::runtime_error("the folder for scratch is gone");
+    setenv("HOME", (folder + "/home").c_str(), 1);
+    setenv("TMPDIR", temporary.c_str(), 1);
     useStandIns(settings.scratch);
     const int input = open("/dev/null", O_RDONLY);
     const int output =
@@ -63,6 +56,7 @@ const int kEndings[] = {SIGINT, SIGTERM, SIGHUP};
 [[noreturn]] void runHere(const Check& check, const Settings& settings, int pipe) {
     setpgid(0, 0);
     for (const int signal : kEndings) ::signal(signal, SIG_DFL);
+    ::signal(SIGPIPE, SIG_DFL);
     Report report(pipe);
     try {
         prepareChild(settings);
@@ -99,12 +93,21 @@ private:
     std::string m_rest;
 };
 
-// The group of the check that runs. It does not get the signals that a terminal sends.
-volatile sig_atomic_t s_group = 0;
+// The signal by which somebody ends the validator, once it came. A check's group does not get the
+// signals that a terminal sends: what it started is ended before the validator ends itself.
+volatile sig_atomic_t s_ending = 0;
 
-void endGroupToo(int signal) {
-    if (s_group > 0) kill(-s_group, SIGKILL);
-    _exit(128 + signal);
+void noteEnding(int signal) {
+    s_ending = signal;
+}
+
+// No call is taken up again: one that waits is to see what was noted.
+void catchEndings() {
+    struct sigaction action;
+    memset(&action, 0, sizeof action);
+    sigemptyset(&action.sa_mask);
+    action.sa_handler = noteEnding;
+    for (const int signal : kEndings) sigaction(signal, &action, nullptr);
 }
 
 // A check while it runs, as seen from outside.
@@ -119,7 +122,6 @@ public:
         if (m_process < 0) throw std::runtime_error("no process can be started");
         if (m_process == 0) runHere(check, settings, pipes[1]);
         setpgid(m_process, m_process);
-        s_group = m_process;
         close(pipes[1]);
         m_pipe = pipes[0];
     }
@@ -129,11 +131,12 @@ public:
         const bool isOver = waitForEnd();
         const int status = end();
         close(m_pipe);
+        if (s_ending) throw EndedBySignal{s_ending};
         if (!isOver) {
             fail("it was not over after " + std::to_string(m_settings.timeLimit) + " s" +
                  lastCall());
         } else if (WIFSIGNALED(status)) {
-            m_outcome.signal = nameOf(WTERMSIG(status));
+            m_outcome.signal = signalName(WTERMSIG(status));
             fail("it was ended by " + m_outcome.signal + lastCall() + lastOutput());
         } else if (!m_isDone) {
             fail("the process ended with status " + std::to_string(WEXITSTATUS(status)) +
@@ -144,30 +147,39 @@ public:
     }
 
 private:
-    // Takes what the check says until it is done, or until it can say no more.
+    bool isInTime() const { return Clock::now() < m_deadline && !s_ending; }
+
+    // Takes what the check says until it is done, or until it can say no more. Its end is looked
+    // for too: what it started may hold the pipe open.
     void listen() {
+        constexpr int kPauseMS = 20;
         Lines lines;
-        while (!m_isDone && Clock::now() < m_deadline) {
-            const auto left =
-                std::chrono::ceil<std::chrono::milliseconds>(m_deadline - Clock::now());
+        while (!m_isDone && isInTime()) {
+            const bool isOver = hasEnded();
             struct pollfd waiting = {m_pipe, POLLIN, 0};
-            if (poll(&waiting, 1, static_cast<int>(left.count())) <= 0) continue;
-            if (!lines.readFrom(m_pipe)) return;
+            const int ready = poll(&waiting, 1, isOver ? 0 : kPauseMS);
+            if (ready > 0 && !lines.readFrom(m_pipe)) return;
+            if (ready <= 0 && isOver) return;
             for (std::string line; lines.next(line);) take(line);
         }
     }
 
-    // Whether the process ended by itself before the time limit. It stays to be waited for, so that
-    // its id is the group's until the group is ended.
+    // Whether the process ended by itself. It stays to be waited for, so that its id is the group's
+    // until the group is ended.
+    bool hasEnded() const {
+        siginfo_t info;
+        info.si_pid = 0;
+        waitid(P_PID, static_cast<id_t>(m_process), &info, WEXITED | WNOWAIT | WNOHANG);
+        return info.si_pid == m_process;
+    }
+
+    // Whether that was before the time limit.
     bool waitForEnd() const {
-        do {
-            siginfo_t info;
-            info.si_pid = 0;
-            waitid(P_PID, static_cast<id_t>(m_process), &info, WEXITED | WNOWAIT | WNOHANG);
-            if (info.si_pid == m_process) return true;
+        while (!hasEnded()) {
+            if (!isInTime()) return false;
             usleep(500);
-        } while (Clock::now() < m_deadline);
-        return false;
+        }
+        return true;
     }
 
     void take(const std::string& line) {
@@ -207,9 +219,11 @@ private:
 
     int end() {
         kill(-m_process, SIGKILL);
+        // It may have left the group.
+        kill(m_process, SIGKILL);
         int status = 0;
-        waitpid(m_process, &status, 0);
-        s_group = 0;
+        while (waitpid(m_process, &status, 0) < 0 && errno == EINTR) {
+        }
         // Also what left the group.
         if (m_settings.adoptsOrphans) endChildrenBut(m_before);
         return status;
@@ -251,6 +265,6 @@ private:
 
 Outcome runCheck(const Check& check, const Settings& settings) {
     std::fflush(stdout);
-    for (const int signal : kEndings) ::signal(signal, endGroupToo);
+    catchEndings();
     return Running(check, settings).finish();
 }

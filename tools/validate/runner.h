@@ -17,8 +17,13 @@ struct Outcome {
     double seconds = 0.0;
 };
 
+// Thrown when a signal came by which somebody ends the validator.
+struct EndedBySignal {
+    int signal;
+};
+
 // Runs the check in a process of its own, in a process group of its own. The whole group is ended
 // with it, and where orphans are adopted all else that it started, at its time limit at the latest.
-// What it traces goes to standard output at
-// once, or for JSON into the outcome.
+// What it traces goes to standard output at once, or for JSON into the outcome.
+// Throws EndedBySignal, once all of that was ended.
 Outcome runCheck(const Check& check, const Settings& settings);

@@ -1,5 +1,4 @@
 #include <cstdint>
-#include <cstring>
 
 #include "tools/validate/tree.h"
 
@@ -18,8 +17,8 @@ std::string block(std::uint32_t id, std::uint32_t count, std::string payload, fl
     return packed<std::uint32_t>({id, size, count}) + packed<float>({param}) + payload;
 }
 
-constexpr std::size_t kHeaderSize = 32;
-constexpr std::size_t kVertices = 3;
+constexpr std::size_t kHeaderSize = 32, kBlockHeaderSize = 16;
+constexpr std::size_t kVertices = 4;
 
 const std::string kSetName = "\tsetAttr \".uvst[0].uvsn\" -type \"string\" \"map1\";";
 
@@ -40,20 +39,30 @@ std::string sceneAround(const std::string& uvs, const std::string& edges,
 
 std::string tree::exchangeFile() {
     std::string bytes = "Vekb" + std::string(kHeaderSize - 4, '\0');
-    bytes += block(10001, kVertices, packed<float>({1, 2, 3, 4, 5, 6, 7, 8, 9}));
-    bytes += block(20001, 1, packed<std::int32_t>({0, 1, 2, -1}));
+    bytes += block(10001, kVertices, packed<float>({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
+    bytes += block(20001, 2, packed<std::int32_t>({0, 1, 2, -1, 0, 1, 2, 3}));
+    bytes += block(25001, 2, packed<std::int32_t>({10, 11, 12, 13, 20, 21, 22, 23}));
     bytes += block(45001, 0, std::string("C:\\maps\\zero.png") + '\0');
     bytes += block(50001, 0, std::string("maps/one.png") + '\0');
     bytes += block(55001, 0, std::string("maps\\two.png") + '\0', 0.5f);
     return bytes + std::string(16, '\0');
 }
 
-std::vector<float> tree::verticesOf(const std::string& bytes) {
-    std::vector<float> values(kVertices * 3);
-    const std::size_t begin = kHeaderSize + 16;
-    if (bytes.size() < begin + values.size() * sizeof(float)) return {};
-    std::memcpy(values.data(), bytes.data() + begin, values.size() * sizeof(float));
-    return values;
+std::vector<tree::Part> tree::partsOf(const std::string& bytes) {
+    std::vector<Part> parts;
+    const auto add = [&](Part::Kind kind, std::size_t at, std::size_t size) {
+        if (at + size <= bytes.size()) parts.push_back({kind, at, size});
+    };
+    std::size_t at = kHeaderSize + kBlockHeaderSize;
+    for (std::size_t i = 0; i < kVertices; ++i, at += 12) add(Part::Vertex, at, 12);
+    // The triangle stands in front of the quad, among the faces and among their corners.
+    for (int i = 0; i < 2; ++i) {
+        at += kBlockHeaderSize;
+        add(Part::Triangle, at, 16);
+        add(Part::Quad, at + 16, 16);
+        at += 32;
+    }
+    return parts;
 }
 
 std::string tree::scene() {

@@ -17,7 +17,7 @@ struct MissingExport {
 class Session {
 public:
     Session(const Settings& settings, Report& report)
-        : m_library(settings.library), m_report(report) {}
+        : m_library(settings.library, report), m_report(report) {}
 
     // The calls that a script begins with: the applications, their switches, the object list.
     void prepare();

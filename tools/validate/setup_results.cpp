@@ -1,7 +1,4 @@
-#include <algorithm>
 #include <filesystem>
-#include <iterator>
-#include <map>
 
 #include "tools/validate/results.h"
 
@@ -42,65 +39,6 @@ void expectCounts(Session& session) {
 }
 
 }  // namespace
-
-namespace {
-
-// The files that the ordinary call may make, change or delete: their paths, or how these begin.
-std::vector<std::string> filesOf(const std::string& name) {
-    const std::string list = tree::hub("Vek_ObjectList.txt"), prefs = tree::hub("prefs.txt");
-    if (name == "InitializeVek")
-        return {tree::hub("Vek_Config.txt"), tree::app("Alpha", "Vek_Config.txt")};
-    if (name == "AddVekObject" || name == "AddVekObjectToList" || name == "ClearVekObjectList")
-        return {list};
-    if (name == "ExtractVekObject") return {list, tree::hub("Vek_ObjectPath.txt")};
-    if (name == "VekPostExport" || name == "VekPreImport") return {tree::project("mesh.vek")};
-    if (name == "VekClearFile") return {tree::project("plain.txt")};
-    if (name == "VekDeleteFile") return {tree::project("doomed.txt")};
-    if (name == "VekCleanCaches") return {tree::project("")};
-    if (name == "VekAppInstall")
-        return {tree::app("Alpha", "Vek_InstallList.txt"),
-                tree::app("Alpha", "Vek_InstallLog.txt")};
-    if (name == "WriteVekAppPath") return {tree::app("Alpha", "Vek_Config.txt")};
-    if (name == "SetVekAppIndex") return {tree::hub("Vek_Application.txt")};
-    if (name.compare(0, 15, "WriteConfigPref") == 0) return {prefs};
-    return {};
-}
-
-using Files = std::map<std::string, std::string>;
-
-// The files that are in one of the two alone, or in both with other bytes.
-std::vector<std::string> changedFiles(const Files& before, const Files& after) {
-    std::vector<std::pair<std::string, std::string>> changes;
-    std::set_symmetric_difference(before.begin(), before.end(), after.begin(), after.end(),
-                                  std::back_inserter(changes));
-    std::vector<std::string> paths;
-    for (const auto& change : changes) paths.push_back(change.first);
-    paths.erase(std::unique(paths.begin(), paths.end()), paths.end());
-    return paths;
-}
-
-void expectOwnFilesAlone(Session& session, const std::string& name, const Files& before) {
-    const std::vector<std::string> own = filesOf(name);
-    for (const std::string& path : changedFiles(before, tree::snapshot(tree::kRoot))) {
-        const auto holds = [&](const std::string& begin) {
-            return path.compare(0, begin.size(), begin) == 0 && path != begin + "/";
-        };
-        session.expectThat(std::any_of(own.begin(), own.end(), holds),
-                           name + " changed " + path + ", which is none of its files");
-    }
-}
-
-}  // namespace
-
-void expectOrdinary(const Settings& settings, Report& report, const std::string& group) {
-    const auto isOfGroup = [&](const StatedCall& call) { return entryOf(call).group == group; };
-    forEachPrepared(settings, report, tree::make, isOfGroup,
-                    [](Session& session, const StatedCall& call) {
-                        const Files before = tree::snapshot(tree::kRoot);
-                        session.expect(call.ordinary, call, Arguments(call), "");
-                        expectOwnFilesAlone(session, call.name, before);
-                    });
-}
 
 void checkSetupResults(const Settings& settings, Report& report) {
     expectOrdinary(settings, report, "setup");

@@ -34,9 +34,18 @@ int bitsOf(const std::string& path) {
     return sizes.has32 ? 32 : 0;
 }
 
-std::string whyNotLoadable(const std::string&) {
-    // The system's loader says it well.
-    return "";
+std::string whyNotLoadable(const std::string& path) {
+    switch (machOKind(tree::read(path), sizeof(void*) * 8)) {
+        case MachOKind::Library:
+            return "";
+        case MachOKind::Object:
+            return "is an object file: link it to a library first";
+        case MachOKind::Program:
+            return "is a program, no library";
+        case MachOKind::Other:
+            break;
+    }
+    return "is no library";
 }
 
 #else

@@ -52,7 +52,7 @@ void checkSymbols(const Settings& settings, Report& report) {
 }
 
 void checkNearNames(const Settings& settings, Report& report) {
-    const Library library(settings.library);
+    const Library library(settings.library, report);
     const std::set<std::string> stated = statedSymbols();
     std::set<std::string> near = {"GetVekAppTemplate", "s_vekApps", "s_objectList", "s_table"};
     for (const std::string& name : stated) near.merge(namesNear(name));

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 namespace fs = std::filesystem;
@@ -27,7 +28,13 @@ void openUp(const fs::path& folder) {
 }
 
 void removeAllIn(const fs::path& folder) {
-    std::error_code ignored;
+    std::error_code failed, ignored;
+    for (const auto& entry : fs::directory_iterator(folder, failed)) {
+        if (entry.path() == tree::kMarker) continue;
+        fs::remove_all(entry.path(), failed);
+        if (failed) break;
+    }
+    if (!failed) return;
     openUp(folder);
     for (const auto& entry : fs::directory_iterator(folder, ignored)) {
         if (entry.path() != tree::kMarker) fs::remove_all(entry.path(), ignored);
@@ -153,6 +160,11 @@ void tree::makeFull() {
     }
 }
 
+void tree::makeNearlyFull() {
+    clear();
+    fill();
+}
+
 void tree::makeFolder(const std::string& path) {
     fs::create_directories(path);
 }
@@ -182,14 +194,45 @@ void tree::addApp(const std::string& id, const std::string& descriptor) {
     write(app(id, "Vek_Info.txt"), descriptor);
 }
 
-std::map<std::string, std::string> tree::snapshot(const std::string& folder) {
-    std::map<std::string, std::string> found;
+namespace {
+
+std::string entryOf(const fs::path& path, const struct stat& status) {
+    char mode[16];
+    snprintf(mode, sizeof mode, " %o\n", static_cast<unsigned int>(status.st_mode & 07777));
+    std::error_code ignored;
+    if (S_ISLNK(status.st_mode))
+        return std::string("link") + mode + fs::read_symlink(path, ignored).string();
+    if (S_ISDIR(status.st_mode)) return std::string("folder") + mode;
+    if (!S_ISREG(status.st_mode)) return std::string("other") + mode;
+    return std::string("file") + mode + tree::read(path.string());
+}
+
+}  // namespace
+
+tree::Files tree::snapshot(const std::string& folder) {
+    Files found;
     std::error_code ignored;
     const auto options = fs::directory_options::skip_permission_denied;
     for (fs::recursive_directory_iterator it(folder, options, ignored), end; it != end;
          it.increment(ignored)) {
-        const bool isFile = it->is_regular_file(ignored);
-        found[it->path().string() + (isFile ? "" : "/")] = isFile ? read(it->path().string()) : "";
+        struct stat status;
+        if (lstat(it->path().c_str(), &status) != 0) continue;
+        found[it->path().string() + (S_ISDIR(status.st_mode) ? "/" : "")] =
+            ::entryOf(it->path(), status);
     }
     return found;
+}
+
+std::string tree::kindOf(const std::string& entry) {
+    return entry.substr(0, entry.find('\n'));
+}
+
+std::vector<std::string> tree::changedFiles(const Files& before, const Files& after) {
+    std::vector<std::pair<std::string, std::string>> changes;
+    std::set_symmetric_difference(before.begin(), before.end(), after.begin(), after.end(),
+                                  std::back_inserter(changes));
+    std::vector<std::string> paths;
+    for (const auto& change : changes) paths.push_back(change.first);
+    paths.erase(std::unique(paths.begin(), paths.end()), paths.end());
+    return paths;
 }

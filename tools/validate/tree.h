@@ -27,6 +27,8 @@ void makeReadOnly();
 // The same, on a disk without room: the object list and the preferences end with a page, and not a
 // byte can be added to them.
 void makeFull();
+// With the same files, and room.
+void makeNearlyFull();
 
 void makeFolder(const std::string& path);  // and those above it
 void write(const std::string& path, const std::string& bytes);
@@ -34,13 +36,25 @@ std::string read(const std::string& path);  // "" where there is none
 bool isThere(const std::string& path);
 void addApp(const std::string& id, const std::string& descriptor);
 
-// Each file of the folder and below with its bytes, each folder with a '/' behind its name.
-std::map<std::string, std::string> snapshot(const std::string& folder);
+// What is in the folder and below: for each path its kind and its mode, and what it holds or, for a
+// link, where it leads. A folder has a '/' behind its name.
+using Files = std::map<std::string, std::string>;
+Files snapshot(const std::string& folder);
+// Kind and mode of an entry of it, like "file 644".
+std::string kindOf(const std::string& entry);
+// The paths that are in one of the two alone, or in both with other entries.
+std::vector<std::string> changedFiles(const Files& before, const Files& after);
 
-// An exchange file: vertices, faces, and the three maps.
+// An exchange file: vertices, a triangle and a quad, the values at their corners, and the three
+// maps.
 std::string exchangeFile();
-// The vertices of one, as they lie in it: x, y, z.
-std::vector<float> verticesOf(const std::string& bytes);
+// A part of it that is turned as one, and where it lies.
+struct Part {
+    enum Kind { Vertex, Triangle, Quad } kind;
+    std::size_t at, size;
+};
+// Those that are whole in the bytes, which may be cut off.
+std::vector<Part> partsOf(const std::string& bytes);
 // A Maya scene of two triangles, as the host writes it and as it is merged.
 std::string scene();
 std::string mergedScene();

@@ -1,4 +1,6 @@
-#include "tools/validate/session.h"
+#include <sys/stat.h>
+
+#include "tools/validate/trace.h"
 
 void checkMissingTree(const Settings& settings, Report& report) {
     const std::string above = "/Users/Shared";
@@ -22,22 +24,41 @@ void checkReadOnlyTree(const Settings& settings, Report& report) {
 
 namespace {
 
-// Whether the ordinary call would make one of the two files longer that are as long as they can be.
-bool growsFile(const StatedCall& call) {
-    const std::string name(call.name);
-    return name.compare(0, 12, "AddVekObject") == 0 || name.compare(0, 15, "WriteConfigPref") == 0;
+// After a call each file is one of these: as before, or as after the same call where there is room.
+// One that was missing may be there and empty.
+void expectWholeFiles(Session& session, const StatedCall& call, const tree::Files& before,
+                      const tree::Files& success) {
+    const tree::Files after = tree::snapshot(tree::kRoot);
+    const auto holds = [](const tree::Files& files, const std::string& path,
+                          const std::string* entry) {
+        const auto found = files.find(path);
+        return entry ? found != files.end() && found->second == *entry : found == files.end();
+    };
+    for (const std::string& path : tree::changedFiles(before, after)) {
+        const auto found = after.find(path);
+        const std::string* const entry = found == after.end() ? nullptr : &found->second;
+        const bool isEmptyNow =
+            entry && !before.count(path) && entry->back() == '\n' && success.count(path);
+        session.expectThat(isEmptyNow || holds(success, path, entry),
+                           std::string(call.name) + " left half of " + path + " on a full disk");
+    }
 }
 
 }  // namespace
 
 void checkFullTree(const Settings& settings, Report& report) {
-    forEachPrepared(settings, report, tree::makeFull,
-                    [&](Session& session, const StatedCall& call) {
-                        const std::string list = tree::read(tree::hub("Vek_ObjectList.txt"));
-                        const std::string prefs = tree::read(tree::hub("prefs.txt"));
-                        session.expect(call.full, call, Arguments(call), "on a full disk");
-                        if (!growsFile(call)) return;
-                        session.expectFile(tree::hub("Vek_ObjectList.txt"), list);
-                        session.expectFile(tree::hub("prefs.txt"), prefs);
-                    });
+    forEachExport([&](const StatedCall& call) {
+        const tree::Files success =
+            traceOf(
+                settings, report, call, [](Arguments&) {}, tree::makeNearlyFull)
+                .files;
+        umask(022);
+        tree::makeFull();
+        Session session(settings, report);
+        if (!session.has(call)) return;
+        session.prepare();
+        const tree::Files before = tree::snapshot(tree::kRoot);
+        session.expect(call.full, call, Arguments(call), "on a full disk");
+        expectWholeFiles(session, call, before, success);
+    });
 }

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -58,6 +57,32 @@ void expectOddNumbersWritten(Session& session) {
     }
 }
 
+// The offsets and the scale are numbers of any kind; a mesh is brought into place with them.
+void expectOddPlacing(Session& session) {
+    const char* const names[] = {"VekSetExportScale", "VekSetExportOffsetX", "VekSetExportOffsetY",
+                                 "VekSetExportOffsetZ"};
+    for (const char* name : names) {
+        for (const double value : kOddNumbers) {
+            for (const char* other : names) session.expect(0.0f, other, "", 2.0);
+            session.expect(0.0f, name, "", value);
+            for (const char* turn : {"VekPostExport", "VekPreImport"}) {
+                tree::write(tree::project("mesh.vek"), tree::exchangeFile());
+                session.expect(0.0f, turn, tree::project("mesh.vek"));
+            }
+        }
+    }
+}
+
+void expectNoOddMap(Session& session) {
+    for (const double value : kOddNumbers) {
+        HostBlock path = HostBlock::out(), param = HostBlock::out();
+        session.expect(-1.0f, "GetFirstObjectTextureFileName", "", value, path.data(),
+                       param.data());
+        session.expectUntouched(path);
+        session.expectUntouched(param);
+    }
+}
+
 }  // namespace
 
 void checkNumbers(const Settings& settings, Report& report) {
@@ -69,118 +94,11 @@ void checkNumbers(const Settings& settings, Report& report) {
     });
     expectOddNumbersInFiles(session);
     expectOddNumbersWritten(session);
+    expectOddPlacing(session);
+    expectNoOddMap(session);
     forEachExport([&](const StatedCall& call) {
         const std::string_view use = entryOf(call).value;
         const bool takesIndex = use.find("index") != use.npos;
-        if (takesIndex && session.has(call)) expectCutIndexes(settings, report, call);
-    });
-}
-
-namespace {
-
-// Which bytes of a block an export may write: how many from where on; text counts with its NUL.
-struct Result {
-    std::size_t from;
-    std::size_t count;
-};
-
-std::vector<Result> resultsOf(BlockKind kind, const char* block) {
-    switch (kind) {
-        case BlockKind::OUT_TEXT:
-        case BlockKind::OUT_SIZED_TEXT:
-            return {{0, *block == kFill ? 0 : std::strlen(block) + 1}};
-        case BlockKind::OUT_INT:
-        case BlockKind::OUT_BOOL:
-        case BlockKind::OUT_FLOAT:
-            return {{0, 4}};
-        case BlockKind::OUT_IO_PREFS:
-            return {{0, 4}, {8, 4}};
-        default:
-            return {};
-    }
-}
-
-// Whether all of `bytes` is fill but for the results, which begin at `begin`.
-bool isFillAround(std::vector<char> bytes, std::size_t begin, const std::vector<Result>& results) {
-    for (const Result& result : results) {
-        std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(begin + result.from), result.count,
-                    kFill);
-    }
-    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte == kFill; });
-}
-
-constexpr std::size_t kBefore = 1024;
-constexpr std::size_t kHostPointers = 9;
-
-// A block out in the middle of fill.
-char* canaryBlock(std::vector<char>& bytes) {
-    bytes.assign(kBefore + HostBlock::kRoom, kFill);
-    return bytes.data() + kBefore;
-}
-
-// The one size that counts, with a message that is longer.
-void expectSizedText(const Settings& settings, Report& report) {
-    constexpr int kSize = 8;
-    tree::make();
-    tree::write(tree::app("Alpha", "init.sh"),
-                "echo a long message >'" + tree::app("Alpha", "Vek_InstallLog.txt") + "'\n");
-    Session session(settings, report);
-    session.prepare();
-    const StatedCall& call = statedCall("VekAppInstall");
-    Arguments arguments(call);
-    std::vector<char> bytes;
-    arguments.block1 = canaryBlock(bytes);
-    arguments.size1 = kSize;
-    session.call(call, arguments);
-    session.expectThat(isFillAround(bytes, kBefore, {{0, kSize}}),
-                       "VekAppInstall wrote more than the size of its block");
-}
-
-}  // namespace
-
-void checkCanaries(const Settings& settings, Report& report) {
-    const auto gives = [](const StatedCall& call) {
-        return isOutput(entryOf(call).block1) || isOutput(entryOf(call).block2);
-    };
-    const auto expect = [](Session& session, const StatedCall& call) {
-        const ExportEntry& entry = entryOf(call);
-        Arguments arguments(call);
-        std::vector<char> bytes1, bytes2;
-        if (isOutput(entry.block1)) arguments.block1 = canaryBlock(bytes1);
-        if (isOutput(entry.block2)) arguments.block2 = canaryBlock(bytes2);
-        session.call(call, arguments);
-        const auto expectFill = [&](BlockKind kind, const std::vector<char>& bytes,
-                                    const char* which) {
-            if (!isOutput(kind)) return;
-            session.expectThat(
-                isFillAround(bytes, kBefore, resultsOf(kind, bytes.data() + kBefore)),
-                std::string(call.name) + " wrote more than its result to its " + which + " block");
-        };
-        expectFill(entry.block1, bytes1, "first");
-        expectFill(entry.block2, bytes2, "second");
-    };
-    forEachPrepared(settings, report, tree::make, gives, expect);
-    expectSizedText(settings, report);
-}
-
-void checkInputs(const Settings& settings, Report& report) {
-    forEachPrepared(settings, report, tree::make, [](Session& session, const StatedCall& call) {
-        Arguments arguments(call);
-        const Arguments before(call);
-        const ExportEntry& entry = entryOf(call);
-        std::vector<char*> host;
-        if (arguments.host) host.assign(arguments.host, arguments.host + kHostPointers);
-        session.call(call, arguments);
-        const auto expectSame = [&](bool isSame, const char* what) {
-            session.expectThat(isSame, std::string(call.name) + " wrote to its " + what);
-        };
-        const auto isSame = [](BlockKind kind, const HostBlock& one, const HostBlock& other) {
-            return !isInput(kind) || one.bytes() == other.bytes();
-        };
-        expectSame(arguments.ownText.bytes() == before.ownText.bytes(), "text");
-        expectSame(isSame(entry.block1, arguments.own1, before.own1), "first block, an input");
-        expectSame(isSame(entry.block2, arguments.own2, before.own2), "second block, an input");
-        expectSame(host.empty() || std::equal(host.begin(), host.end(), arguments.host),
-                   "host's pointers");
+        if (takesIndex && session.has(call)) expectIndexes(settings, report, call);
     });
 }

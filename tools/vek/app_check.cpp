@@ -6,6 +6,7 @@
 #include "bridge/bx_vek.h"
 #include "foundation/bx_string.h"
 #include "tools/vek/near_words.h"
+#include "tools/vek/path_text.h"
 #include "tools/vek/shared_tree.h"
 #include "tools/vek/shipped_apps.h"
 #include "tools/vek/tree_checks.h"
@@ -32,20 +33,48 @@ void checkId(Findings& findings, const std::string& id, const std::string& folde
     }
 }
 
+// What an editor saves that is no plain text.
+bool isDocument(const std::string& name) {
+    static const std::vector<std::string> extensions = {".rtf",  ".rtfd", ".doc",
+                                                        ".docx", ".odt",  ".pages"};
+    const std::size_t dot = name.rfind('.');
+    return dot != name.npos && contains(extensions, name.substr(dot));
+}
+
+// An application that lies a folder deeper, as some archives are unpacked; empty where none does.
+std::string adviceForInner(const std::string& id, const std::string& folder,
+                           const std::vector<std::string>& inner) {
+    for (const std::string& name : inner) {
+        if (lookAt(folder + "/" + name + "/" + kDescriptorName).kind != Kind::File) continue;
+        const bool isSame = BXString(name.c_str()).equalsNoCase(id.c_str());
+        return isSame ? fmt::format("Move what is in its folder {} up into this one.", name)
+                      : fmt::format("Move its folder {}, which has one, into VekApps.", name);
+    }
+    return "";
+}
+
 std::string adviceForNoDescriptor(const std::string& id, const std::string& folder) {
-    std::error_code ignored;
-    if (contains(shippedApps(shippedAppsFolder(), ignored), id)) {
+    if (isShippedApp(id)) {
         return "Run vek init, which brings it, or move the folder out of VekApps.";
     }
-    std::vector<std::string> names = namesIn(folder);
+    std::vector<std::string> folders;
+    std::vector<std::string> names = namesIn(folder, &folders);
+    if (const std::string advice = adviceForInner(id, folder, folders); !advice.empty()) {
+        return advice;
+    }
     const auto isOfTheTree = [](const std::string& name) {
         return contains(appFiles(), name) || name == kInstallLogName;
     };
     names.erase(std::remove_if(names.begin(), names.end(), isOfTheTree), names.end());
     const std::vector<std::string> near = nearWords(kDescriptorName, names);
-    return near.empty()
-               ? fmt::format("Write a {}, or move the folder out of VekApps.", kDescriptorName)
-               : fmt::format("Rename {} to {} if that is meant.", orList(near), kDescriptorName);
+    if (near.empty()) {
+        return fmt::format("Write a {}, or move the folder out of VekApps.", kDescriptorName);
+    }
+    if (near.size() == 1 && isDocument(near[0])) {
+        return fmt::format("Save {} as plain text under the name {} if that is meant.", near[0],
+                           kDescriptorName);
+    }
+    return fmt::format("Rename {} to {} if that is meant.", orList(near), kDescriptorName);
 }
 
 void findNoDescriptor(Findings& findings, const std::string& id, const std::string& folder) {
@@ -78,10 +107,44 @@ void checkInstallations(Findings& findings, const std::string& id) {
     }
 }
 
+// Programs, even if a command does not name them: another one may run them.
+bool isProgramName(const std::string& name) {
+    static const std::vector<std::string> extensions = {".sh", ".py", ".lua",  ".pl",
+                                                        ".rb", ".js", ".scpt", ".command"};
+    const std::size_t dot = name.rfind('.');
+    return dot != name.npos && contains(extensions, name.substr(dot));
+}
+
+// What is known to be the application's own: what ships of it and what its commands name.
+std::vector<std::string> partsOf(const CheckedApp& app, bool ships) {
+    std::vector<std::string> parts;
+    for (const std::string& file : app.files) parts.push_back(file.substr(0, file.find('/')));
+    if (!ships) return parts;
+    std::error_code ignored;
+    for (const auto& entry : shippedEntries(shippedAppsFolder() + "/" + app.id, ignored)) {
+        parts.push_back(entry.path().filename().string());
+    }
+    return parts;
+}
+
+// Whatever else lies there may be one user's own: a log, a cache, a copy of an editor.
+void checkModes(Findings& findings, const std::string& folder,
+                const std::vector<std::string>& parts) {
+    for (const std::string& name : namesIn(folder)) {
+        if (isOnesOwn(name)) continue;
+        const std::string path = folder + "/" + name;
+        if (contains(parts, name) || isProgramName(name)) {
+            checkReach(findings, path);
+        } else {
+            checkRights(findings, path);
+        }
+    }
+}
+
 }  // namespace
 
 bool checkApp(Findings& findings, const std::string& id, CheckedApp& app) {
-    app = {id, "", ""};
+    app = {id, "", "", {}};
     const std::string folder = BXVek::getAppFolder(id.c_str()).c_str();
     if (!checkFolder(findings, folder)) return false;
     checkLeftOvers(findings, folder);
@@ -93,14 +156,14 @@ bool checkApp(Findings& findings, const std::string& id, CheckedApp& app) {
     checkId(findings, id, folder);
     checkAppConfig(findings, folder + "/" + kConfigName);
     checkInstallations(findings, id);
+    const bool ships = isShippedApp(id);
+    if (ships) checkShippedFiles(findings, id, folder);
     checkBundles(findings, folder);
     std::string text;
     if (readText(findings, descriptor, kReadFileMode, kLargestText, text)) {
         checkDescriptor(findings, descriptor, text, app);
     }
-    for (const std::string& name : namesIn(folder)) {
-        if (name[0] != '.') checkReach(findings, folder + "/" + name);
-    }
+    checkModes(findings, folder, partsOf(app, ships));
     return lookAt(descriptor).kind == Kind::File;
 }
 

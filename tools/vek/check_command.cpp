@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <nlohmann/json.hpp>
+#include <stdexcept>
 
 #include "bridge/bx_vek.h"
 #include "tools/vek/commands.h"
@@ -57,7 +58,16 @@ void printJson(const TreeState& state) {
 }  // namespace
 
 int checkSharedTree(bool json) {
-    const TreeState state = checkTree();
+    TreeState state;
+    try {
+        state = checkTree();
+    } catch (const std::runtime_error& error) {
+        if (!json) throw;
+        const nlohmann::json said = {{"tree", BXVek::s_publicFolder.c_str()},
+                                     {"error", error.what()}};
+        fmt::print("{}\n", said.dump(2));
+        return 2;
+    }
     if (json) {
         printJson(state);
     } else {

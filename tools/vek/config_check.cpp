@@ -5,6 +5,7 @@
 #include "config/bx_generic_config_file_parser.h"
 #include "config/config_line.h"
 #include "tools/vek/near_words.h"
+#include "tools/vek/path_text.h"
 #include "tools/vek/shared_tree.h"
 #include "tools/vek/tree_checks.h"
 #include "tools/vek/tree_look.h"
@@ -81,13 +82,22 @@ private:
     // Whether it can be taken for what it says.
     bool checkValue(const ConfigLine& line) {
         const std::string& value = line.value;
+        const bool isOn = line.key == kUnlocked && isPlainlyOn(value);
+        if (!isOn && oddQuotesOf(value, true) != OddQuotes::None) {
+            find(
+                "odd-quotes", line.number,
+                fmt::format("The quotes or blanks of {} are none that the bridge knows.", line.key),
+                fmt::format("Write {} = \"{}\", with straight double quotes and ordinary blanks.",
+                            line.key, withoutAnyQuotes(value)));
+            return false;
+        }
         if (std::count(value.begin(), value.end(), '"') % 2 != 0) {
             find("unpaired-quote", line.number,
                  fmt::format("A double quote in the value of {} has no partner.", line.key),
                  "Put the value between two double quotes, or take the one away.");
             return false;
         }
-        if (line.key == kUnlocked && !value.empty() &&
+        if (line.key == kUnlocked && !isOn && !value.empty() &&
             BXGenericConfigFileParser::paramToBoolOrDefault(withoutQuotes(value).c_str()) < 0) {
             find("unclear-switch", line.number,
                  fmt::format("{} is on, since \"{}\" is none of No, 0, False and #f.", line.key,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
 
 #include "bridge/bx_vek_app.h"
 #include "config/bx_generic_config_file_parser.h"
@@ -82,17 +83,50 @@ bool isOdd(const std::string& text) {
     return std::count(text.begin(), text.end(), '"') % 2 != 0;
 }
 
+// The word that stands where a key should, and what it may be meant to be.
+void readNoKey(const std::string& line, DescriptorLine& read) {
+    const std::string text = withoutAnyQuotes(line);
+    if (text.empty()) return;
+    read.word = withoutAnyQuotes(text.substr(0, text.find_first_of(" \t:=\"")));
+    read.nearKeys = keysMeantBy(text, read.word);
+    if (line.compare(0, read.word.size(), read.word) == 0) return;
+    const bool isBlank = oddQuotesOf(line, false) == OddQuotes::Blank;
+    read.oddQuotes = isBlank ? OddQuotes::Blank : OddQuotes::Quotes;
+}
+
+bool isJoint(const std::string& text, std::size_t at, const char* joints) {
+    return at >= text.size() || std::strchr(joints, text[at]);
+}
+
+// A key in capitals as a word of its own, outside of quotes, and no comment before it. What is an
+// ordinary word, too, has to follow a text in quotes.
+std::string keyBehind(const std::string& value) {
+    const std::string text = value.substr(0, std::min(value.find("//"), value.find('#')));
+    for (const DescriptorKey& key : descriptorKeys()) {
+        const std::size_t at = text.find(key.name, 1);
+        if (at == text.npos || !isJoint(text, at - 1, " \t,;")) continue;
+        if (!isJoint(text, at + key.name.size(), kSeparators)) continue;
+        const bool isWord = key.name.find('_') == key.name.npos;
+        const std::size_t before = text.find_last_not_of(" \t,;", at - 1);
+        const bool isBehindQuote = before != text.npos && text[before] == '"';
+        if (isWord && !isBehindQuote) continue;
+        if (!isOdd(text.substr(0, at))) return key.name;
+    }
+    return "";
+}
+
+OddQuotes oddQuotesBehind(const DescriptorKey& key, const std::string& value) {
+    if (key.kind == Kind::Switch && isPlainlyOn(value)) return OddQuotes::None;
+    return oddQuotesOf(value, key.kind == Kind::Command || key.name == "EXTENSION");
+}
+
 DescriptorLine readLine(const TextLine& line) {
     DescriptorLine read;
     read.number = line.number;
     read.key = keyOf(line.text);
     if (!read.key) {
         if (isComment(line.text)) return read;
-        const std::size_t begin = line.text.find_first_not_of("\"");
-        if (begin == line.text.npos) return read;
-        const std::size_t end = line.text.find_first_of(" \t:=\"", begin);
-        read.word = line.text.substr(begin, end == line.text.npos ? end : end - begin);
-        read.nearKeys = keysMeantBy(line.text.substr(begin), read.word);
+        readNoKey(line.text, read);
         return read;
     }
     const std::string rest = line.text.substr(read.key->name.size());
@@ -104,7 +138,23 @@ DescriptorLine readLine(const TextLine& line) {
     read.hasValue = rest.empty() || value != rest.npos;
     if (value != rest.npos) read.rawValue = rest.substr(value);
     read.value = Parser::paramToString(read.rawValue.c_str()).c_str();
+    read.secondKey = keyBehind(read.rawValue);
+    read.oddQuotes = oddQuotesBehind(*read.key, read.rawValue);
     return read;
+}
+
+// A text that is there already is not meant by another line. Of switches a descriptor may list all,
+// and then one of them once more.
+void leaveOutPresentKeys(Descriptor& descriptor) {
+    for (DescriptorLine& line : descriptor.lines) {
+        std::vector<std::string>& names = line.nearKeys;
+        names.erase(std::remove_if(names.begin(), names.end(),
+                                   [&](const std::string& name) {
+                                       return descriptor.values.count(name) > 0 &&
+                                              !isSwitch({name});
+                                   }),
+                    names.end());
+    }
 }
 
 }  // namespace
@@ -152,6 +202,10 @@ bool DescriptorLine::hasUnpairedQuote() const {
     return isOdd(rawValue) || isOdd(value);
 }
 
+bool DescriptorLine::isFaulty() const {
+    return runsOn || hasUnpairedQuote() || !secondKey.empty() || oddQuotes != OddQuotes::None;
+}
+
 std::string Descriptor::text(const std::string& key) const {
     const auto value = values.find(key);
     return value == values.end() ? "" : value->second.text;
@@ -164,6 +218,7 @@ int Descriptor::lineOf(const std::string& key) const {
 
 bool Descriptor::means(const std::string& key) const {
     return std::any_of(lines.begin(), lines.end(), [&](const DescriptorLine& line) {
+        if (line.secondKey == key) return true;
         return line.key ? line.key->name == key : contains(line.nearKeys, key);
     });
 }
@@ -172,10 +227,16 @@ bool Descriptor::hasClearSwitches() const {
     return std::all_of(lines.begin(), lines.end(), [](const DescriptorLine& line) {
         if (!line.key) return !isSwitch(line.nearKeys);
         if (line.key->kind != Kind::Switch) return true;
-        const bool isKnown =
-            line.rawValue.empty() || Parser::paramToBoolOrDefault(line.rawValue.c_str()) >= 0;
+        const bool isKnown = line.rawValue.empty() || isPlainlyOn(line.rawValue) ||
+                             Parser::paramToBoolOrDefault(line.rawValue.c_str()) >= 0;
         return line.hasValue && !line.runsOn && isKnown;
     });
+}
+
+bool isPlainlyOn(const std::string& value) {
+    static const std::vector<std::string> words = {"ON", "Y", "T"};
+    const std::string word = withoutAnyQuotes(value);
+    return Parser::paramToBoolOrDefault(word.c_str()) == 1 || contains(words, inUpperCase(word));
 }
 
 Descriptor readDescriptor(const std::string& text) {
@@ -185,11 +246,12 @@ Descriptor readDescriptor(const std::string& text) {
         descriptor.lines.push_back(line);
         if (!line.key || !line.hasValue) continue;
         descriptor.values[line.key->name] = {line.value, line.rawValue, line.number,
-                                             line.hasUnpairedQuote()};
+                                             line.isFaulty()};
         if (line.key->kind != Kind::Switch) continue;
         const bool isOn = Parser::paramToBool(line.rawValue.c_str());
         descriptor.switches =
             isOn ? descriptor.switches | line.key->bit : descriptor.switches & ~line.key->bit;
     }
+    leaveOutPresentKeys(descriptor);
     return descriptor;
 }

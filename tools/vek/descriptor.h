@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "tools/vek/odd_quotes.h"
+
 // A descriptor line by line, as the bridge's own parser takes it, with what that one passes over.
 
 struct DescriptorKey {
@@ -24,10 +26,14 @@ struct DescriptorLine {
     bool hasValue = false;               // false: separators alone, and the line does nothing
     std::string value;                   // without enclosing quotes
     std::string rawValue;
+    std::string secondKey;                  // one that stands behind the value
+    OddQuotes oddQuotes = OddQuotes::None;  // of the value; of the key where none takes the line
 
     // Quotes are counted as they are written and as they are read: of a value that begins with one
     // and does not end with one, only the first is taken off.
     bool hasUnpairedQuote() const;
+    // Whether the value is not the one that is meant.
+    bool isFaulty() const;
 };
 
 struct Descriptor {
@@ -35,7 +41,7 @@ struct Descriptor {
         std::string text;
         std::string raw;
         int line;
-        bool hasUnpairedQuote;
+        bool isFaulty;
     };
 
     std::vector<DescriptorLine> lines;
@@ -50,5 +56,9 @@ struct Descriptor {
     // Whether every line that is, or is meant to be, a switch says clearly what it wants.
     bool hasClearSwitches() const;
 };
+
+// Whether the value of a switch says that it is on, if in words or quotes that the bridge does not
+// know; all that it does not know is on.
+bool isPlainlyOn(const std::string& value);
 
 Descriptor readDescriptor(const std::string& text);

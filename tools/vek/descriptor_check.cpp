@@ -1,5 +1,7 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cctype>
 #include <map>
 
 #include "config/bx_generic_config_file_parser.h"
@@ -10,6 +12,30 @@ namespace {
 
 using Kind = DescriptorKey::Kind;
 using Parser = BXGenericConfigFileParser;
+
+bool isNameLetter(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return std::isalnum(byte) || byte >= 0x80 || c == '-' || c == '_' || c == '+';
+}
+
+// A dot and letters, with single dots among them.
+bool isExtension(const std::string& text) {
+    if (text.size() < 2 || text[0] != '.' || text.back() == '.') return false;
+    if (text.find("..") != text.npos) return false;
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return c == '.' || isNameLetter(c); });
+}
+
+// The one in a text that has signs around it which do not belong to names; empty where there is
+// none.
+std::string extensionIn(const std::string& text) {
+    const char signs[] = " \t*.,;:\"'()<>[]\\";
+    const std::size_t first = text.find_first_not_of(signs);
+    if (first == text.npos) return "";
+    const std::string extension =
+        "." + text.substr(first, text.find_last_not_of(signs) + 1 - first);
+    return isExtension(extension) ? extension : "";
+}
 
 class DescriptorCheck {
 public:
@@ -45,24 +71,29 @@ public:
         need("INIT_COMMAND", "command-missing",
              "INIT_COMMAND is missing: the bridge cannot be installed into the application.",
              "Add a line INIT_COMMAND with the file to run.");
-        checkExtension(m_descriptor.text("EXTENSION"));
+        checkExtension();
     }
 
 private:
-    void checkExtension(const std::string& extension) {
-        if (extension.empty()) return;
+    void checkExtension() {
+        const std::string extension = m_descriptor.text("EXTENSION");
+        if (extension.empty() || m_descriptor.values.at("EXTENSION").isFaulty) return;
+        if (isExtension(extension)) return;
         const int line = m_descriptor.lineOf("EXTENSION");
-        if (extension.back() == '.' || extension.find_first_of(" \t/:") != extension.npos) {
-            find("odd-extension", line,
-                 fmt::format("\"{}\" is put behind the names of files, and no program takes such "
-                             "files for its own.",
-                             extension),
-                 "Write a dot and the letters behind it, for example EXTENSION \".vek\".");
-        } else if (extension[0] != '.') {
+        if (isExtension("." + extension)) {
             find("extension-without-dot", line,
                  fmt::format("\"{}\" is put behind the names of files as it is.", extension),
                  fmt::format("Write EXTENSION \".{}\".", extension));
+            return;
         }
+        const std::string meant = extensionIn(extension);
+        find("odd-extension", line,
+             fmt::format("\"{}\" is put behind the names of files, and no program takes such files "
+                         "for its own.",
+                         extension),
+             meant.empty() ? "Write a dot and letters or digits behind it, of one kind of file "
+                             "alone, for example EXTENSION \".vek\"."
+                           : fmt::format("Write EXTENSION \"{}\".", meant));
     }
 
     void find(const char* code, int line, const std::string& what, const std::string& advice) {
@@ -78,6 +109,15 @@ private:
             return;
         }
         const std::string meant = orList(line.nearKeys);
+        if (line.oddQuotes != OddQuotes::None) {
+            const bool isBlank = line.oddQuotes == OddQuotes::Blank;
+            find("misspelt-key", line.number,
+                 fmt::format("\"{}\" is no key with {}, and the line is passed over.", line.word,
+                             isBlank ? "a no-break space in front of it" : "quotes around it"),
+                 fmt::format("Write {} {}.", meant,
+                             isBlank ? "at the beginning of the line" : "without quotes"));
+            return;
+        }
         find("misspelt-key", line.number,
              fmt::format("\"{}\" is no key, and the line is passed over; {} is probably meant.",
                          line.word, meant),
@@ -95,18 +135,26 @@ private:
 
     void checkValue(const DescriptorLine& line) {
         const bool isSwitch = line.key->kind == Kind::Switch;
-        if (line.rawValue.empty()) {
+        if (!line.secondKey.empty()) {
+            find("two-keys", line.number,
+                 fmt::format("{} stands on the line of {} and is read as a part of its value.",
+                             line.secondKey, line.key->name),
+                 fmt::format("Put {} on a line of its own.", line.secondKey));
+        } else if (line.oddQuotes != OddQuotes::None) {
+            findOddQuotes(line);
+        } else if (line.rawValue.empty()) {
             if (isSwitch && line.hasValue) return;  // a switch alone on its line is on
             find("empty-value", line.number, fmt::format("{} has no value.", line.key->name),
                  fmt::format("Write its value behind {}, or take the line away.", line.key->name));
         } else if (isSwitch) {
-            if (Parser::paramToBoolOrDefault(line.rawValue.c_str()) >= 0) return;
+            const std::string& value = line.rawValue;
+            if (isPlainlyOn(value) || Parser::paramToBoolOrDefault(value.c_str()) >= 0) return;
             find("unclear-switch", line.number,
                  fmt::format("{} is on, since \"{}\" is none of No, 0, False and #f.",
                              line.key->name, line.rawValue),
                  "Write TRUE or FALSE, without quotes and with nothing behind it.");
         } else if (line.key->kind == Kind::Version) {
-            if (Parser::paramToInt(line.rawValue.c_str()) == 1) return;
+            if (Parser::paramToFloat(line.rawValue.c_str()) == 1.0f) return;
             find("unknown-version", line.number,
                  fmt::format("There is no version \"{}\" of descriptors.", line.rawValue),
                  "Write VEK_VERSION 1.");
@@ -118,6 +166,24 @@ private:
                                    line.key->name)
                      : "Put the value between two double quotes, or take the one away.");
         }
+    }
+
+    void findOddQuotes(const DescriptorLine& line) {
+        const bool isBlank = line.oddQuotes == OddQuotes::Blank;
+        const std::string& key = line.key->name;
+        const std::string text = withoutAnyQuotes(line.rawValue);
+        const bool isClean = oddQuotesOf("\"" + text + "\"", true) == OddQuotes::None;
+        const std::string quoted = isClean ? "\"" + text + "\"" : "and the value";
+        find("odd-quotes", line.number,
+             fmt::format(isBlank ? "A no-break space in the value of {} is taken for a letter."
+                                 : "The quotes of {} are none that the bridge knows, and become a "
+                                   "part of the value.",
+                         key),
+             line.key->kind == Kind::Switch
+                 ? fmt::format("Write {} TRUE or {} FALSE, {}.", key, key,
+                               isBlank ? "with an ordinary blank" : "without quotes")
+                 : fmt::format("Write {} {}, with {}.", key, quoted,
+                               isBlank ? "ordinary blanks" : "straight double quotes"));
     }
 
     // Where a key stands without a value, that is what is found.
@@ -147,6 +213,10 @@ void checkDescriptor(Findings& findings, const std::string& path, const std::str
     }
     app.name = descriptor.text("NAME");
     app.extension = descriptor.text("EXTENSION");
+    for (const char* key : {"LOCATE_COMMAND", "INIT_COMMAND", "EDIT_COMMAND"}) {
+        const std::string command = descriptor.text(key);
+        app.files.push_back(command.substr(0, command.find('"')));
+    }
     DescriptorCheck check(findings, path, descriptor);
     check.checkLines();
     check.checkWhatIsNeeded();

@@ -46,6 +46,8 @@ const std::vector<FindingKind>& findingKinds() {
         {"byte-order-mark", kError, "A text file begins with a mark that hides its first line."},
         {"runs-as-owner", kWarning, "A program of an application runs with its owner's rights."},
         {"left-over-file", kWarning, "A copy that was interrupted lies about."},
+        {"shipped-file-missing", kError, "A file of a shipped application is not there."},
+        {"application-elsewhere", kWarning, "An application's folder lies outside VekApps."},
         {"broken-bundle", kError, "An application bundle holds no program that can be run."},
         // The hub.
         {"selected-app-missing", kError, "The selected application is not there."},
@@ -64,6 +66,7 @@ const std::vector<FindingKind>& findingKinds() {
         {"misspelt-setting", kWarning, "A script's own key looks much like one of the bridge's."},
         {"duplicate-key", kWarning, "A key is given twice."},
         {"unpaired-quote", kError, "A double quote has no partner."},
+        {"odd-quotes", kError, "Quotes or blanks are not the plain ones."},
         {"unclear-switch", kError, "A switch is neither clearly on nor clearly off."},
         {"application-moved", kWarning, "An application is not where it was located."},
         // Target applications.
@@ -81,6 +84,7 @@ const std::vector<FindingKind>& findingKinds() {
         {"descriptor-empty", kError, "A descriptor says nothing."},
         {"unknown-key", kWarning, "A line of a descriptor begins with no key."},
         {"key-run-on", kError, "A word is read as the key that it begins with."},
+        {"two-keys", kError, "A second key stands on the line of another one."},
         {"empty-value", kWarning, "A key has no value."},
         {"name-missing", kWarning, "A descriptor has no NAME."},
         {"extension-missing", kError, "A descriptor has no EXTENSION."},
@@ -94,13 +98,18 @@ const std::vector<FindingKind>& findingKinds() {
         {"command-not-runnable", kError, "A command's file cannot be run by every user."},
         {"command-empty", kError, "A command's file is empty."},
         {"script-line-ends", kError, "A script has the line ends of another system."},
+        {"script-not-for-sh", kError, "A script for something else is given to sh."},
+        {"script-for-other-shell", kWarning, "A script needs more than a plain sh."},
         {"interpreter-missing", kError, "The program that is to run a script is not there."},
         {"blank-in-path", kError, "A program's path has a blank in it."},
         {"sign-in-path", kError,
          "A program's path has a sign in it that a shell takes for its own."},
+        {"sign-in-argument", kError,
+         "A command's argument has a sign in it that a shell takes for its own."},
         // The switches of descriptors.
         {"mirrors-cancel", kWarning, "Two flips cancel each other."},
-        {"mirrors-without-need", kWarning, "Three or four mirrors do what fewer do."},
+        {"mirrors-without-need", kWarning,
+         "Three or four mirrors, where fewer give the same handedness."},
         {"round-trip-turns", kWarning, "What is done for export is not undone for import."},
         {"normals-turned-twice", kWarning, "Normals are flipped besides being mirrored."},
     };
@@ -141,6 +150,13 @@ void Findings::tellWhatWasLeftOut() {
 bool Findings::areAbout(const std::string& path) const {
     return std::any_of(m_all.begin(), m_all.end(),
                        [&](const Finding& finding) { return finding.path == path; });
+}
+
+bool Findings::areIn(const std::string& folder) const {
+    const std::string below = folder + "/";
+    return areAbout(folder) || std::any_of(m_all.begin(), m_all.end(), [&](const Finding& finding) {
+               return finding.path.compare(0, below.size(), below) == 0;
+           });
 }
 
 std::size_t Findings::count(Severity severity) const {

@@ -43,6 +43,8 @@ public:
     void tellWhatWasLeftOut();
     // Whether anything was found of just this file or folder.
     bool areAbout(const std::string& path) const;
+    // The same of a folder, or of anything in it.
+    bool areIn(const std::string& folder) const;
     // By path and line.
     const std::vector<Finding>& all() const { return m_all; }
     std::size_t count(Severity severity) const;

@@ -3,13 +3,11 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <set>
 
 #include "bridge/bx_vek.h"
-#include "formats/vek_header.h"
 #include "os/bx_disk_server.h"
-#include "os/bx_file.h"
 #include "tools/vek/near_words.h"
+#include "tools/vek/path_text.h"
 #include "tools/vek/real_way.h"
 #include "tools/vek/shared_tree.h"
 #include "tools/vek/tree_checks.h"
@@ -26,99 +24,6 @@ bool readHubLine(Findings& findings, const BXString& path, std::string& text, BX
     return !asRead.isEmpty();
 }
 
-// The bridge passes the path on as it stands.
-void findVolume(Findings& findings, const std::string& path, const std::string& file, int line) {
-    const std::string rest = withoutVolume(path);
-    if (rest == path) return;
-    findings.add("volume-prefix", file, line,
-                 fmt::format("The bridge takes off the volume in front of \"{}\"; an application "
-                             "that reads the path itself may not.",
-                             rest),
-                 fmt::format("Write {}", rest));
-}
-
-class ObjectCheck {
-public:
-    ObjectCheck(Findings& findings, const std::string& list, const std::vector<CheckedApp>& apps)
-        : m_findings(findings), m_list(list) {
-        for (const CheckedApp& app : apps) {
-            if (!app.extension.empty()) m_extensions.insert(app.extension);
-        }
-    }
-
-    void check(const TextLine& line) {
-        const std::string& object = line.text;
-        if (!m_seen.insert(object).second) {
-            m_findings.add("object-listed-twice", m_list, line.number,
-                           fmt::format("This object is listed twice: {}", object),
-                           "Take one of its lines away.");
-            return;
-        }
-        if (!checkAbsolute(m_findings, object, m_list, line.number, "The object")) return;
-        findVolume(m_findings, object, m_list, line.number);
-        const std::string path = withoutVolume(object);
-        bool isFound = false;
-        for (const std::string& extension : m_extensions) {
-            const Kind kind = lookAt(path + extension).kind;
-            if (kind == Kind::Missing) continue;
-            isFound = true;
-            if (kind == Kind::Hidden) return findHidden(path + extension);
-            checkFile(path + extension);
-        }
-        if (!isFound) findMissing(line, path);
-    }
-
-private:
-    void findHidden(const std::string& path) {
-        const std::string folder = closedFolderOf(path);
-        m_findings.add("folder-unreadable", folder, 0,
-                       "This user cannot reach the listed objects that lie in it.",
-                       mayBeOpened(folder)
-                           ? fmt::format("As its owner or an administrator, run: chmod a+rwx {}",
-                                         shellWord(folder))
-                           : "Export the objects to another folder.");
-    }
-
-    void findMissing(const TextLine& line, const std::string& path) {
-        for (const std::string& extension : m_extensions) {
-            const bool hasIt = BXString(path.c_str()).endsWith(extension.c_str(), true);
-            if (!hasIt || !isThere(path)) continue;
-            m_findings.add("object-has-extension", m_list, line.number,
-                           fmt::format("Both sides put {} behind this object once more: {}",
-                                       extension, line.text),
-                           fmt::format("Write it without {}.", extension));
-            return;
-        }
-        m_findings.add("object-file-missing", m_list, line.number,
-                       fmt::format("There is no file of this object: {}{}", line.text,
-                                   orList({m_extensions.begin(), m_extensions.end()})),
-                       "Take the line away, or export the object again.");
-    }
-
-    void checkFile(const std::string& path) {
-        const BXFile file(path.c_str(), BXFile::Access::Read);
-        if (!file.isOpen()) {
-            m_findings.add(lookAt(path).kind == Kind::File ? "file-unreadable" : "not-a-file", path,
-                           0, "The object list names it, and it cannot be read.",
-                           "Export the object again, or take its line away.");
-            return;
-        }
-        const bool isVek = BXString(path.c_str()).endsWith(".vek", true);
-        char magic[kVekMagicSize] = {};
-        const bool isWhole = file.readAt(0, magic, sizeof magic) == sizeof magic;
-        const bool isRight = isWhole && std::equal(magic, magic + sizeof magic, kVekMagic);
-        if (file.size() > 0 && (!isVek || isRight)) return;
-        m_findings.add("object-file-damaged", path, 0,
-                       file.size() == 0 ? "The file is empty." : "This is no exchange file.",
-                       "Export the object again; vek info tells what is in a file.");
-    }
-
-    Findings& m_findings;
-    const std::string& m_list;
-    std::set<std::string> m_extensions = {".vek", ".ma"};
-    std::set<std::string> m_seen;
-};
-
 // A user's own folder is fine while that user works; root's is nobody's.
 bool isClosed(const std::string& folder) {
     struct stat status;
@@ -134,7 +39,8 @@ std::string adviceForClosed(const std::string& folder, const char* change) {
                        shellWord(folder));
 }
 
-void checkProjectFolder(Findings& findings, const std::string& folder, const char* file) {
+void checkProjectFolder(Findings& findings, const std::string& written, const char* file) {
+    const std::string folder = withoutVolume(written);
     const TreeLook look = lookAt(folder);
     const bool isHidden = look.kind == Kind::Hidden;
     const std::string closed = isHidden ? closedFolderOf(folder) : closedByRoot(folder);
@@ -149,9 +55,12 @@ void checkProjectFolder(Findings& findings, const std::string& folder, const cha
                                  look.kind == Kind::File ? "a file" : "a pipe or a device"),
                      "Choose a project folder in the host.");
     } else if (look.kind != Kind::Folder) {
+        const std::string plain = plainPath(written);
+        const bool isMeant = plain != folder && lookAt(plain).kind == Kind::Folder;
         findings.add("project-folder-missing", file, 1,
                      fmt::format("The project folder \"{}\" is not there.", folder),
-                     "Make the folder, or choose another project in the host.");
+                     isMeant ? fmt::format("Write {} and nothing else.", plain)
+                             : "Make the folder, or choose another project in the host.");
     } else if (isClosed(folder)) {
         findings.add("project-folder-closed", file, 1,
                      fmt::format("The project folder \"{}\" has the mode {}, so not every user can "
@@ -159,6 +68,27 @@ void checkProjectFolder(Findings& findings, const std::string& folder, const cha
                                  folder, modeText(look.mode)),
                      adviceForClosed(folder, "a+rwx"));
     }
+}
+
+// An application is selected by its id, the name of its folder.
+std::string adviceForSelected(const std::string& written, const std::vector<CheckedApp>& apps) {
+    const std::vector<TextLine> lines = linesOf(written);
+    const std::string apart = lines.empty() ? "" : plainPath(lines.front().text);
+    const std::string path = withoutVolume(apart);
+    std::vector<std::string> ids;
+    for (const CheckedApp& app : apps) {
+        const BXString folder = BXVek::getAppFolder(app.id.c_str());
+        const bool isPath = folder == path.c_str() || folder + "/" == path.c_str();
+        const bool isName = BXString(app.name.c_str()).equalsNoCase(apart.c_str());
+        if (isPath || isName || BXString(app.id.c_str()).equalsNoCase(apart.c_str())) {
+            return fmt::format("Write {}, the name of its folder, and nothing else.", app.id);
+        }
+        ids.push_back(app.id);
+    }
+    const std::vector<std::string> near = nearWords(apart, ids);
+    return near.empty()
+               ? "Select another one in the host, or put its folder into VekApps."
+               : fmt::format("Write {}, without blanks around it, if that is meant.", orList(near));
 }
 
 }  // namespace
@@ -174,16 +104,11 @@ std::string checkSelectedApp(Findings& findings, const std::vector<CheckedApp>& 
     // What keeps a folder of this name from being an application has been found.
     const bool isName = id.findFirst("/") < 0;
     if (isName && findings.areAbout(BXVek::getAppFolder(id).c_str())) return id.c_str();
-    std::vector<std::string> ids;
-    for (const CheckedApp& app : apps) ids.push_back(app.id);
-    const std::vector<std::string> near = nearWords(id.c_str(), ids);
     findings.add(
         "selected-app-missing", path.c_str(), 1,
         fmt::format("\"{}\" is selected, and no folder of VekApps with a {} has that name.",
                     id.c_str(), kDescriptorName),
-        near.empty()
-            ? "Select another one in the host, or put its folder into VekApps."
-            : fmt::format("Write {}, without blanks around it, if that is meant.", orList(near)));
+        adviceForSelected(id.c_str(), apps));
     return id.c_str();
 }
 
@@ -202,15 +127,5 @@ void checkProjectPath(Findings& findings) {
     const std::string written = asRead.c_str();
     if (!checkAbsolute(findings, written, path.c_str(), 1, "The path")) return;
     findVolume(findings, written, path.c_str(), 1);
-    checkProjectFolder(findings, withoutVolume(written), path.c_str());
-}
-
-std::size_t checkObjectList(Findings& findings, const std::vector<CheckedApp>& apps) {
-    const std::string path = BXVek::getObjectListFile().c_str();
-    std::string text;
-    if (!readText(findings, path, kSharedFileMode, kLargestList, text)) return 0;
-    const std::vector<TextLine> lines = linesOf(text);
-    ObjectCheck check(findings, path, apps);
-    for (const TextLine& line : lines) check.check(line);
-    return lines.size();
+    checkProjectFolder(findings, written, path.c_str());
 }

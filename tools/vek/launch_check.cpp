@@ -1,15 +1,12 @@
 #include <fmt/format.h>
 
 #include <cctype>
-#include <cstdlib>
 #include <cstring>
-#include <sstream>
 
 #include "foundation/bx_string.h"
-#include "os/bx_file.h"
-#include "tools/vek/near_words.h"
+#include "tools/vek/command_advice.h"
+#include "tools/vek/program_check.h"
 #include "tools/vek/real_way.h"
-#include "tools/vek/shared_tree.h"
 #include "tools/vek/shell_signs.h"
 #include "tools/vek/tree_checks.h"
 #include "tools/vek/tree_look.h"
@@ -21,67 +18,12 @@ namespace {
 
 using Kind = TreeLook::Kind;
 
-constexpr mode_t kReadable = 0444;
-constexpr mode_t kRunnable = 0555;
-
 bool endsWith(const std::string& text, const char* end) {
     return BXString(text.c_str()).endsWith(end, true);
 }
 
 std::string withoutBlanksBehind(const std::string& text) {
     return text.substr(0, text.find_last_not_of(" \t") + 1);
-}
-
-// The head of a program; a whole script as a rule.
-std::string headOf(const std::string& path) {
-    std::string head(1 << 16, '\0');
-    const BXFile file(path.c_str(), BXFile::Access::Read);
-    head.resize(file.isOpen() ? file.readAt(0, head.data(), head.size()) : 0);
-    return head;
-}
-
-// The program that the first line of a script names, or has looked for by env; empty for none.
-std::string interpreterOf(const std::string& firstLine) {
-    std::istringstream words(firstLine.substr(2));
-    std::string word;
-    words >> word;
-    // Nobody looks for it; it would have to lie where the host happens to work.
-    if (!word.empty() && word.find('/') == word.npos) return "./" + word;
-    if (!endsWith(word, "/env") || !isThere(word)) return word;
-    while (words >> word) {
-        if (word == "-u") {
-            words >> word;  // what env is to forget
-        } else if (word[0] != '-' && word.find('=') == word.npos) {
-            return word;
-        }
-    }
-    return "";
-}
-
-bool canBeFound(const std::string& program) {
-    if (program.find('/') != program.npos) return lookAt(program).kind == Kind::File;
-    const char* const path = std::getenv("PATH");
-    std::istringstream folders((path ? path : "") + std::string(":/usr/local/bin:/usr/bin:/bin"));
-    for (std::string folder; std::getline(folders, folder, ':');) {
-        if (lookAt(folder + "/" + program).kind == Kind::File) return true;
-    }
-    return false;
-}
-
-// Whether the file begins as executables of Linux and macOS do.
-bool isExecutableCode(const std::string& head) {
-    static const std::string magics[] = {
-        "\x7F"
-        "ELF",
-        "\xFE\xED\xFA\xCE",
-        "\xCE\xFA\xED\xFE",
-        "\xFE\xED\xFA\xCF",
-        "\xCF\xFA\xED\xFE",
-        "\xCA\xFE\xBA\xBE"};
-    for (const std::string& magic : magics) {
-        if (head.rfind(magic, 0) == 0) return true;
-    }
-    return false;
 }
 
 class CommandCheck {
@@ -92,8 +34,7 @@ public:
 
     void check(const std::string& key) {
         const std::string command = m_descriptor.text(key);
-        if (command.empty() || m_descriptor.values.at(key).hasUnpairedQuote)
-            return;  // found already
+        if (command.empty() || m_descriptor.values.at(key).isFaulty) return;  // found already
         m_key = key;
         const std::size_t quote = command.find('"');
         const std::string name = command.substr(0, quote);
@@ -110,18 +51,16 @@ public:
             checkBundle(m_findings, file);
         } else if (kind != Kind::File) {
             findNotRunnable(file, "This is no file that could be run.",
-                            "Name a script, an executable or a bundle.");
+                            endsWith(name, ".app/")
+                                ? fmt::format("Write {}, without the '/' at its end.",
+                                              name.substr(0, name.size() - 1))
+                                : "Name a script, an executable or a bundle.");
         } else {
             checkProgram(file);
             checkSigns(file, name);
         }
-        const bool hasBlank = quote + 1 < command.size() && std::strchr(" \t", command[quote + 1]);
-        if (quote != command.npos && hasBlank && kind == Kind::File) {
-            findBlank(fmt::format("The blank behind the name in \"{}\" hands over an empty "
-                                  "argument in front of the others.",
-                                  command),
-                      name);
-        }
+        const bool isRun = kind == Kind::File || (kind == Kind::Folder && endsWith(name, ".app"));
+        if (isRun && quote != command.npos) checkArgument(name, command.substr(quote));
     }
 
 private:
@@ -135,6 +74,31 @@ private:
                                    : fmt::format("Write {} \"{}\".", m_key, file));
     }
 
+    void checkArgument(const std::string& name, const std::string& argument) {
+        if (argument.size() > 1 && std::strchr(" \t", argument[1])) {
+            findBlank(fmt::format("The blank behind the name in \"{}\" hands over an empty "
+                                  "argument in front of the others.",
+                                  name + argument),
+                      name);
+            return;
+        }
+        std::string signs;
+        if (!endsWith(name, ".app")) {
+            signs = signsThatBreakArgument(
+                argument, endsWith(name, ".sh") ? ShellForm::Quoted : ShellForm::Bare);
+        }
+        if (signs.empty() && m_key == "INIT_COMMAND") {
+            signs = signsThatBreakArgument(argument, ShellForm::Administrator);
+        }
+        if (signs.empty()) return;
+        m_findings.add("sign-in-argument", m_path, m_descriptor.lineOf(m_key),
+                       fmt::format("The shell that starts {} takes this in its argument for its "
+                                   "own: {}",
+                                   name, signs == " " ? "a blank" : signs),
+                       "Take it out of the argument, and have the file itself do what it stands "
+                       "for.");
+    }
+
     void findMissing(const std::string& name, const std::string& command) {
         const std::string trimmed = withoutBlanksBehind(name);
         const std::string firstWord = name.substr(0, name.find(' '));
@@ -145,12 +109,11 @@ private:
                 fmt::format("The blank in \"{}\" counts as a part of the file's name.", command),
                 file);
         }
-        const std::vector<std::string> near = nearWords(name, namesIn(m_folder));
+        const std::string file = m_folder + "/" + name;
+        if (m_findings.areAbout(file)) return;  // it ships, and is missed already
         m_findings.add("command-file-missing", m_path, line,
                        fmt::format("{} names no file of this folder: \"{}\".", m_key, name),
-                       near.empty() ? "Put the file into this folder, or name one that is there."
-                                    : fmt::format("Write {}, which is there, if that is meant.",
-                                                  orList(near)));
+                       adviceForCommand(m_key, name, m_folder, m_descriptor));
     }
 
     void findNotRunnable(const std::string& file, const std::string& what,
@@ -169,15 +132,9 @@ private:
     }
 
     void checkProgram(const std::string& file) {
-        const bool isScript = endsWith(file, ".sh");
-        const mode_t wanted = isScript ? kReadable : kRunnable;
-        const mode_t mode = lookAt(file).mode;
-        if ((mode & wanted) != wanted) {
-            findNotRunnable(
-                file, fmt::format("Its mode is {}, so not every user can run it.", modeText(mode)),
-                fmt::format("Run: chmod {} {}", isScript ? "a+r" : "a+rx", shellWord(file)));
-            return;
-        }
+        const ProgramForm form =
+            endsWith(file, ".sh") ? ProgramForm::Script : ProgramForm::Executable;
+        if (const auto fault = faultOfMode(file, form)) return findFault(file, *fault);
         const std::string closed = closedBehindLinks(file);
         if (!closed.empty() && closedBehindLinks(m_folder).empty()) {
             findNotRunnable(
@@ -187,26 +144,11 @@ private:
                 "Put a file into its place that every user can run.");
             return;
         }
-        const std::string head = headOf(file);
-        if (head.empty()) {
-            m_findings.add("command-empty", file, 0, "The file is empty, so it does nothing.",
-                           "Write the command, or copy the file again.");
-            return;
-        }
-        const bool hasInterpreter = head.rfind("#!", 0) == 0;
-        const std::string firstLine = head.substr(0, head.find('\n'));
-        if ((isScript || hasInterpreter) && firstLine.size() > 1 && firstLine.back() == '\r') {
-            m_findings.add("script-line-ends", file, 1,
-                           "Its lines end with a carriage return, which the shell takes for a part "
-                           "of each command.",
-                           "Save it again with Unix line ends.");
-        } else if (!isScript && hasInterpreter) {
-            checkInterpreter(file, firstLine);
-        } else if (!isScript && !isExecutableCode(head)) {
-            findNotRunnable(file, "It is no executable, and no script that begins with #!.",
-                            "Begin it with #!/bin/sh or another interpreter, give a shell script "
-                            "a name that ends in .sh, or put the executable there again.");
-        }
+        if (const auto fault = faultOfContent(file, form)) findFault(file, *fault);
+    }
+
+    void findFault(const std::string& file, const ProgramFault& fault) {
+        m_findings.add(fault.code, file, fault.line, fault.what, fault.advice);
     }
 
     // Signs in the folder's name that break all there is of the application are found there.
@@ -231,16 +173,6 @@ private:
             "sign-in-path", file, 0,
             fmt::format("The shell that starts it takes this in its path for its own: {}", shown),
             "Rename it, or the folder that has this in its name.");
-    }
-
-    void checkInterpreter(const std::string& file, const std::string& firstLine) {
-        const std::string program = interpreterOf(firstLine);
-        if (program.empty() || canBeFound(program)) return;
-        const bool isFolder = lookAt(program).kind == Kind::Folder;
-        m_findings.add("interpreter-missing", file, 1,
-                       fmt::format("{} is to run it, and is {}.", program,
-                                   isFolder ? "a folder" : "not on this machine"),
-                       "Install that program, or name one that is there in the first line.");
     }
 
     Findings& m_findings;

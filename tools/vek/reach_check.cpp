@@ -14,14 +14,16 @@ constexpr mode_t kPassable = 0555;
 
 class ReachCheck {
 public:
-    ReachCheck(Findings& findings, const std::string& top) : m_findings(findings), m_top(top) {}
+    // Of what is `isPrivate` the modes are its owner's matter, but for rights that it gives away.
+    ReachCheck(Findings& findings, const std::string& top, bool isPrivate)
+        : m_findings(findings), m_top(top), m_isPrivate(isPrivate) {}
 
     void check(const std::string& path) {
         struct stat status;
         if (lstat(path.c_str(), &status) != 0) return;
         const mode_t mode = status.st_mode & kModeBits;
         if (S_ISDIR(status.st_mode)) {
-            if (checkOpen(m_findings, path)) checkFolder(path, mode);
+            if (m_isPrivate || checkOpen(m_findings, path)) checkFolder(path, mode);
         } else if (S_ISREG(status.st_mode)) {
             if (mode & (S_ISUID | S_ISGID)) findRights(path, mode);
             if ((mode & kReadable) != kReadable) {
@@ -40,11 +42,6 @@ private:
         }
     }
 
-    // What a file manager and Python leave behind for one user, and nobody else looks for.
-    static bool isOnesOwn(const std::string& name) {
-        return name[0] == '.' || name == "__pycache__";
-    }
-
     void findRights(const std::string& path, mode_t mode) {
         m_findings.add("runs-as-owner", path, 0,
                        fmt::format("Its mode is {}: whoever starts it has its owner's rights.",
@@ -54,7 +51,7 @@ private:
 
     void find(const char* code, const std::string& path, mode_t mode, const char* what,
               const char* change) {
-        if (m_findings.areAbout(path)) return;
+        if (m_isPrivate || m_findings.areAbout(path)) return;
         if (++m_count > Findings::kMostOfACode) {
             m_findings.add("folder-not-shared", m_top, 0,
                            "Much of what is in it is closed to some users.",
@@ -68,6 +65,7 @@ private:
 
     Findings& m_findings;
     const std::string& m_top;
+    const bool m_isPrivate;
     std::size_t m_count = 0;
 };
 
@@ -82,5 +80,9 @@ bool checkOpen(Findings& findings, const std::string& folder) {
 }
 
 void checkReach(Findings& findings, const std::string& top) {
-    ReachCheck(findings, top).check(top);
+    ReachCheck(findings, top, false).check(top);
+}
+
+void checkRights(Findings& findings, const std::string& top) {
+    ReachCheck(findings, top, true).check(top);
 }

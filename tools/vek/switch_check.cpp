@@ -97,12 +97,13 @@ private:
                            "Take one away if the application is mirrored, and both if it is not; "
                            "keep them only if it faces the other way.");
         } else if (on.size() > 2) {
-            const std::string others = on.size() == 3 ? "one" : "two";
+            const std::string others = on.size() == 3 ? "one" : "two or none";
             m_findings.add("mirrors-without-need", m_path, lastLineOf(on),
-                           fmt::format("{} and {} mirror {} times, where {} would do.",
+                           fmt::format("{} and {} mirror {} times, where {} would give the same "
+                                       "handedness.",
                                        listBut(on, last), last, on.size(), others),
-                           fmt::format("Find the {} that the application needs, and take the "
-                                       "others away.",
+                           fmt::format("Find the {} that the application needs and take the others "
+                                       "away; keep them only if it faces the other way.",
                                        others));
         }
     }

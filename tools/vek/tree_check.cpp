@@ -132,8 +132,10 @@ std::vector<CheckedApp> checkApps(Findings& findings) {
         const std::string path = parent + "/" + name;
         CheckedApp app;
         if (contains(folders, name)) {
-            const bool isHidden = name[0] == '.' && !isThere(path + "/" + kDescriptorName);
-            if (!isHidden && checkApp(findings, name, app)) apps.push_back(app);
+            // Folders of file managers and archives.
+            const bool isNone =
+                (name[0] == '.' || name == "__MACOSX") && !isThere(path + "/" + kDescriptorName);
+            if (!isNone && checkApp(findings, name, app)) apps.push_back(app);
         } else if (isThere(path + "/" + kDescriptorName)) {
             findings.add("linked-application", path, 0,
                          "This is a link to an application's folder; the bridge passes links over.",
@@ -146,7 +148,7 @@ std::vector<CheckedApp> checkApps(Findings& findings) {
                      fmt::format("The bridge takes {} applications of these {}, in no order that "
                                  "can be relied on.",
                                  kMostApps, apps.size()),
-                     "Move those that are not used to another place.");
+                     "Move those that are not used out of the tree.");
     } else if (apps.empty()) {
         findings.add("no-application", parent, 0, "There is no target application.",
                      isLink(parent)
@@ -154,6 +156,19 @@ std::vector<CheckedApp> checkApps(Findings& findings) {
                          : "Run vek init, which brings those that ship with the bridge.");
     }
     return apps;
+}
+
+// Where somebody may put an application's folder who does not know better.
+void checkElsewhere(Findings& findings, const std::string& parent) {
+    std::vector<std::string> folders;
+    namesIn(parent, &folders);
+    for (const std::string& name : folders) {
+        const std::string path = parent + "/" + name;
+        if (!isThere(path + "/" + kDescriptorName) || contains(treeFolders(), name)) continue;
+        findings.add("application-elsewhere", path, 0,
+                     "This is an application's folder, and the bridge looks for those in VekApps.",
+                     fmt::format("Move it into {}.", BXVek::s_VekAppsFolder.c_str()));
+    }
 }
 
 }  // namespace
@@ -167,6 +182,8 @@ TreeState checkTree() {
     for (const CheckedApp& app : apps) state.apps.push_back(app.id);
     checkHub(state, apps);
     checkProjects(state.findings);
+    checkElsewhere(state.findings, root);
+    checkElsewhere(state.findings, BXVek::s_VekHubFolder.c_str());
     state.findings.tellWhatWasLeftOut();
     return state;
 }

@@ -13,6 +13,7 @@ struct CheckedApp {
     std::string id;  // the name of its folder
     std::string name;
     std::string extension;
+    std::vector<std::string> files;  // what its commands name
 };
 
 // A configuration file of the hub, and one of an application, which says where that is; a missing
@@ -38,6 +39,15 @@ void checkBundle(Findings& findings, const std::string& bundle);
 bool checkOpen(Findings& findings, const std::string& folder);
 // Whether every user can read the file, or reach all that is in the folder; no link is followed.
 void checkReach(Findings& findings, const std::string& top);
+// Whether the file, or one in the folder, runs with its owner's rights.
+void checkRights(Findings& findings, const std::string& top);
+
+// What a file manager and Python leave behind for one user, and nobody else looks for.
+bool isOnesOwn(const std::string& name);
+// Whether an application of this id comes with this program.
+bool isShippedApp(const std::string& id);
+// Whether a shipped application's folder has all that ships of it.
+void checkShippedFiles(Findings& findings, const std::string& id, const std::string& folder);
 
 // What is left of an interrupted vek init.
 void checkLeftOvers(Findings& findings, const std::string& folder);

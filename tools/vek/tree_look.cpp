@@ -63,6 +63,11 @@ bool checkText(Findings& findings, const std::string& path, const std::string& t
             "Save it again as UTF-8 without a byte-order mark.");
         return false;
     }
+    if (text.rfind("{\\rtf", 0) == 0) {
+        findings.add("not-text", path, 0, "This is a formatted document (RTF), and no plain text.",
+                     "Save it again as plain text.");
+        return false;
+    }
     if (std::none_of(text.begin(), text.end(), isControl)) return true;
     findings.add("not-text", path, 0, "This holds bytes that are no text.",
                  "Replace it by a text file; vek init makes a missing one anew.");
@@ -230,19 +235,4 @@ std::vector<TextLine> linesOf(const std::string& text) {
         at = end + (text.compare(end, 2, "\r\n") == 0 ? 2 : 1);
     }
     return lines;
-}
-
-std::string withoutVolume(const std::string& path) {
-    const std::size_t colon = path.find(':');
-    const bool hasVolume = colon < path.find('/') && path.compare(colon, 2, ":/") == 0;
-    return hasVolume ? path.substr(colon + 1) : path;
-}
-
-bool checkAbsolute(Findings& findings, const std::string& path, const std::string& file, int line,
-                   const std::string& whose) {
-    if (withoutVolume(path).rfind('/', 0) == 0) return true;
-    findings.add("relative-path", file, line,
-                 fmt::format("{} \"{}\" does not begin at the root.", whose, path),
-                 "Write the whole path, from its first '/' on.");
-    return false;
 }

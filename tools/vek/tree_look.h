@@ -55,11 +55,3 @@ struct TextLine {
 };
 // A line ends at a line feed, a carriage return, or both.
 std::vector<TextLine> linesOf(const std::string& text);
-
-// What follows the name of a volume, which a ':' ends and the root follows; the path itself where
-// it has none.
-std::string withoutVolume(const std::string& path);
-// Whether `path` begins at the root, with or without a volume; found otherwise. `whose` begins the
-// sentence.
-bool checkAbsolute(Findings& findings, const std::string& path, const std::string& file, int line,
-                   const std::string& whose);

@@ -1,19 +1,17 @@
-#include <time.h>
+#include <unistd.h>
 
 #include <cstdio>
 
 #include "tests/validate/control.h"
 
-// Leaves the time in the header of the file that it rewrote.
-WRONG(VekPostExport) {
-    const float result = REAL(VekPostExport);
-    std::FILE* const file = result == 0.0f && text ? std::fopen(text, "r+b") : nullptr;
+// Leaves the number of its process in the file that it wrote.
+WRONG(WriteVekAppPath) {
+    const float result = REAL(WriteVekAppPath);
+    const char path[] = "/Users/Shared/Kelvaro/VekApps/Alpha/Vek_Config.txt";
+    const bool isWritten = value > -1.0 && value < 1.0 && access(path, W_OK) == 0;
+    std::FILE* const file = isWritten ? std::fopen(path, "ab") : nullptr;
     if (!file) return result;
-    struct timespec now;
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    if (std::fgetc(file) == 'V' && std::fseek(file, 16, SEEK_SET) == 0) {
-        std::fwrite(&now, sizeof now, 1, file);
-    }
+    std::fprintf(file, "WRITER = %d\n", static_cast<int>(getpid()));
     std::fclose(file);
     return result;
 }

@@ -1,0 +1,7 @@
+
+// Takes its leave.
+#include <cstdio>
+
+static const struct AtUnload {
+    ~AtUnload() { std::fputs("unloaded\n", stderr); }
+} s_atUnload;
