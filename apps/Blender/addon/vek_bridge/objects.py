@@ -63,7 +63,8 @@ def originals(scene):
 def _likeness(obj, scene):
     """The least for the original."""
     name = obj.get(_NAME, "")
-    return (scene not in obj.users_scene, obj.name != name, not obj.data or obj.data.name != name, len(obj.name), obj.name)
+    return (scene not in obj.users_scene, obj.name != name,
+            not obj.data or obj.data.name != name, len(obj.name), obj.name)
 
 
 def remember_given(obj, given, mark):
