@@ -110,6 +110,8 @@ def hidden_and_held(_case):
     said.append(send())
     for egg in eggs:
         egg.hide_viewport = True
+    for holder in (target, bones):
+        holder.location.y = 3
     bpy.context.view_layer.update()
     host_changes(change=moved((0, 0, 1)))
     said.append(receive())
