@@ -3,12 +3,17 @@
 config=$folder/Vek_Config.txt
 addon=vek_bridge
 
+# Runs a command that takes letters as they come: paths need not be UTF-8.
+with_bytes() {
+    LC_ALL=C "$@"
+}
+
 # Prints the value of a key of Vek_Config.txt as the bridge reads it: the key in any letter case and
 # a '=', with or without quotes around the value. Nothing where there is none.
 setting() {
-    tr '\r' '\n' 2>/dev/null <"$config" |
-        grep -i "^[[:blank:]]*$1[[:blank:]]*=" | head -n 1 |
-        sed 's/^[^=]*=[[:blank:]]*//; s/[[:space:]]*$//; s/^"\(.*\)"$/\1/'
+    with_bytes tr '\r' '\n' 2>/dev/null <"$config" |
+        with_bytes grep -ai "^[[:blank:]]*$1[[:blank:]]*=" | head -n 1 |
+        with_bytes sed 's/^[^=]*=[[:blank:]]*//; s/[[:space:]]*$//; s/^"\(.*\)"$/\1/'
 }
 
 # Prints the program of a Blender: of a bundle what lies in it, of anything else the path itself.

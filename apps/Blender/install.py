@@ -40,7 +40,9 @@ def put_in_place(source, target, tree):
     shutil.copytree(source, fresh, ignore=shutil.ignore_patterns("__pycache__"))
     with open(os.path.join(fresh, "Vek_Tree.txt"), "w", encoding="utf-8") as note:
         note.write(tree + "\n")
-    if os.path.isdir(target):
+    if os.path.islink(target):
+        os.unlink(target)
+    elif os.path.isdir(target):
         shutil.rmtree(target)
     os.rename(fresh, target)
 

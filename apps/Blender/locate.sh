@@ -11,9 +11,9 @@ note() {
     {
         [ -z "$1" ] || printf 'PATH = "%s"\n' "$1"
         printf 'USER_HOME = "%s"\n' "${HOME-}"
-        [ ! -f "$config" ] || tr '\r' '\n' <"$config" |
-            grep -iv '^[[:blank:]]*PATH[[:blank:]]*=' |
-            grep -iv '^[[:blank:]]*USER_HOME[[:blank:]]*=' | grep .
+        [ ! -f "$config" ] || with_bytes tr '\r' '\n' <"$config" |
+            with_bytes grep -aiv '^[[:blank:]]*PATH[[:blank:]]*=' |
+            with_bytes grep -aiv '^[[:blank:]]*USER_HOME[[:blank:]]*=' | with_bytes grep -a .
     } >"$config.new"
     mv "$config.new" "$config"
 }

@@ -11,6 +11,8 @@ ODD_NAMES = ["with blanks  inside", "dots.in.it.001", "Blumentöpfe 花", "a" * 
              "it's 100 % \"$HOME\""]
 LONG_NAME = "n" * 251  # and the extension
 UNKNOWN_BLOCK = meshes.block(UNKNOWN, b"somebody's", 3, 0.5)
+ODD_NUMBER = b"\x01\x00\xa0\x7f"  # a number that arithmetic changes
+ODD_BLOCK = UNKNOWN_BLOCK[:12] + ODD_NUMBER + UNKNOWN_BLOCK[16:]
 SWITCHES = range(16)
 
 
@@ -30,7 +32,7 @@ def uv_blocks(faces):
 def send_kinds(host):
     vertices, faces = EGG
     more = [corner_block(faces), UNKNOWN_BLOCK]
-    host.send("Box", file_bytes(*BOX, more=[UNKNOWN_BLOCK]))
+    host.send("Box", file_bytes(*BOX, more=[UNKNOWN_BLOCK, ODD_BLOCK]))
     host.send("Mixed", file_bytes(vertices, faces, NEGATIVE, more))
     host.send("Repeated", file_bytes(vertices, faces, REPEATED, more))
     host.send("Triangles", file_bytes(vertices, meshes.only_triangles(faces)))
@@ -196,7 +198,9 @@ CASES = {
     "held": (send_eggs(4), "held"),
     "scaled to nothing": (send_eggs(1), "scaled_to_nothing"),
     "hidden": (send_eggs(3), "hidden"),
+    "hanging": (send_eggs(4), "hanging"),
     "hidden and held": (send_eggs(2), "hidden_and_held"),
+    "another frame": (send_eggs(1), "another_frame"),
     "other scene": (send_eggs(2), "other_scene"),
     "modes": (send_eggs(2), "modes"),
     "not a number": (send_eggs(1), "not_a_number"),
@@ -207,13 +211,16 @@ CASES = {
     "doubles by the host": (send_uvs, "doubles_by_the_host"),
     "two maps": (send_uvs, "two_maps"),
     "UVs out of the list": (send_uvs_out_of_the_list, "uvs_out_of_the_list"),
-    "letter case": (send_eggs(1), "letter_case"),
+    "letter case of a copy": (send_eggs(1), "letter_case_of_a_copy"),
     "linked": (send_eggs(2), "linked"),
     "text elsewhere": (nothing, "text_elsewhere"),
     "marked vertices": (send_eggs(1), "marked_vertices"),
     "plain shading": (send_uvs, "plain_shading"),
     "many corners": (nothing, "many_corners"),
     "linked duplicates": (send_eggs(1), "linked_duplicates"),
+    "sculpt and other faces": (send_eggs(1), "sculpt_and_other_faces"),
+    "sculpt sent": (send_eggs(2), "sculpt_sent"),
+    "sculpt moved": (send_eggs(1), "sculpt_moved"),
     "stopped": (send_eggs(3), "stopped"),
     "edit mode": (send_eggs(1), "edit_mode"),
     "copies": (send_eggs(1), "copies"),
@@ -223,11 +230,26 @@ CASES = {
     "added": (send_eggs(1), "added"),
     "undo": (send_eggs(10), "undone"),
     "sent, undone, sent": (send_eggs(1), "sent_undone_sent"),
+    "own after undo": (send_eggs(1), "own_after_undo"),
+    "own in another scene file": (send_eggs(1), "own_in_another_scene_file"),
+    "own after deleting": (send_eggs(1), "own_after_deleting"),
+    "renamed and undone": (nothing, "renamed_and_undone"),
+    "volume in the project path": (send_eggs(1), "volume_in_the_project_path"),
+    "volume in a line": (send_eggs(1), "volume_in_a_line"),
+    "letter case": (send_eggs(1), "letter_case"),
+    "letter case told": (send_eggs(1), "letter_case_told"),
+    "copy of a scene": (send_eggs(1), "copy_of_a_scene"),
+    "marks of faces": (send_eggs(1), "marks_of_faces"),
+    "other modifier": (send_eggs(1), "other_modifier"),
+    "linked collection": (send_eggs(1), "linked_collection"),
+    "mixed with instances": (send_eggs(2), "mixed_with_instances"),
+    "without a mesh": (nothing, "without_a_mesh"),
     "paragraph": (nothing, "paragraph"),
     "long name": (send_a_long_name, "long_name"),
     "linked file": (send_eggs(1), "linked_file"),
     "missing project": (nothing, "missing_project"),
     "list of blanks": (nothing, "empty_list"),
+    "not received": (send_eggs(2), "not_received"),
     "taken over": (send_eggs(2), "taken_over"),
     "surprise": (send_eggs(3), "surprise"),
     "read-only": (send_eggs(2), "read_only"),

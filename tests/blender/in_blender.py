@@ -14,10 +14,12 @@ from vek_bridge import bridge
 from vek_bridge.vek_exchange import Tree
 
 sys.path.insert(0, os.path.dirname(__file__))
-from actions import copies, details, failures, files, objects, places, round_trip, undo  # noqa: E402
+from actions import copies, details, failures, files, objects, places, round_trip  # noqa: E402
+from actions import sculpts, undo  # noqa: E402
 
 ACTIONS = {}
-for module in (copies, details, failures, files, objects, places, round_trip, undo):
+for module in (copies, details, failures, files, objects, places, round_trip, sculpts,
+               undo):
     ACTIONS.update(vars(module))
 
 

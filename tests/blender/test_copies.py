@@ -1,5 +1,7 @@
 """Copies and pieces of an object remember where it came from, and leave its file to it."""
 
+import pytest
+
 import cases
 
 SENT = "1 object sent; import them in Dorvia."
@@ -24,7 +26,7 @@ def test_a_renamed_original_keeps_its_file(results):
 
 
 def test_names_that_differ_in_letter_case_have_different_files(results):
-    result = results("letter case")
+    result = results("letter case of a copy")
     assert result.found["files"] == ["EGG 0_2.vek", "Egg 0.vek"]
 
 
@@ -41,3 +43,10 @@ def test_a_piece_that_was_cut_off_gets_a_file_of_its_own(results):
     assert result.said[1] == SENT
     assert result.host.names_back() == ["Egg 0.001"]
     assert len(result.host.back("Egg 0.001").faces) == 1
+
+
+def test_in_a_copy_of_the_scene_its_own_object_is_the_original(results):
+    result = results("copy of a scene")
+    assert result.said == ["1 object received.", SENT, "1 object received."]
+    assert result.found["objects"] == 2
+    assert sum(result.found["seen"], []) == pytest.approx(sum(result.found["wanted"], []), abs=1e-5)

@@ -58,6 +58,16 @@ def test_locate_finds_blender_and_keeps_what_else_is_noted(app):
                             "OTHER = 1\n")
 
 
+def test_locate_keeps_what_is_not_utf_8(app, monkeypatch):
+    monkeypatch.setenv("LC_ALL", "C.UTF-8")
+    others = b'COMMAND = "touch /Gr\xfcn"\nNUL = \0\nLAST = 1\n'
+    chosen = app.fake("blender").encode()
+    (app.folder / "Vek_Config.txt").write_bytes(b'PATH = "' + chosen + b'"\n' + others)
+    subprocess.run(["sh", app.folder / "locate.sh"], check=True)
+    written = (app.folder / "Vek_Config.txt").read_bytes()
+    assert written.startswith(b'PATH = "' + chosen) and written.endswith(others)
+
+
 def test_locate_keeps_the_blender_that_was_chosen(app):
     chosen = app.fake("my blender/blender")
     app.configure(f'path = "{chosen}"\n')
@@ -114,17 +124,25 @@ exec setpriv --reuid "$1" --regid "$1" --clear-groups sh -c "$3"
 
 
 @pytest.mark.skipif(os.getuid() != 0, reason="only root can act for another user")
-def test_init_writes_as_the_user_whose_blender_it_is():
+def test_init_writes_as_the_user_whose_blender_it_is(home, installed):
+    """Also where that user has put a link in the add-on's place: what it leads to stays."""
     with tempfile.TemporaryDirectory(prefix="it's ") as root:
         os.chmod(root, 0o755)
         app = App(pathlib.Path(root))
-        os.chown(app.home, 54321, 54321)
+        version, = os.listdir(home / ".config/blender")
+        addons = app.home / ".config/blender" / version / "scripts/addons"
+        (app.home / "elsewhere").mkdir()
+        addons.mkdir(parents=True)
+        (addons / "vek_bridge").symlink_to(app.home / "elsewhere")
+        for folder in (app.home, *app.home.glob("**/")):
+            os.chown(folder, 54321, 54321)
         su = app.fake("bin/su")
         with open(su, "w", encoding="utf-8") as file:
             file.write(SU % str(app.home).replace("'", "'\\''"))
         app.configure(f'PATH = "{shutil.which("blender")}"\nUSER_HOME = "{app.home}"\n')
         app.run("init.sh", os.path.dirname(su) + ":" + os.environ["PATH"])
         assert (app.folder / "Vek_InstallLog.txt").read_text() == ""
+        assert (app.home / "elsewhere").is_dir() and not (addons / "vek_bridge").is_symlink()
         addon = list(app.home.glob(".config/blender/*/scripts/addons/vek_bridge/__init__.py"))
         assert [file.stat().st_uid for file in addon] == [54321]
         assert list(app.home.glob(".config/blender/*/config/userpref.blend"))

@@ -44,9 +44,23 @@ def test_hidden_objects_get_their_meshes_and_stay_hidden(results):
     near(result.found["seen"], result.found["wanted"])
 
 
-def test_hidden_objects_that_are_held_get_their_meshes_where_they_were(results):
-    found = results("hidden and held").found
-    near(found["seen"], found["wanted"])
+def test_what_hangs_on_the_mesh_of_another_comes_where_the_file_says(results):
+    result = results("hanging")
+    assert result.said[1:] == ["4 objects " + SENT, "4 objects received."]
+    near(result.found["seen"], result.found["wanted"])
+
+
+def test_hidden_objects_are_looked_for_where_they_are_held(results):
+    result = results("hidden and held")
+    assert result.said[2] == "2 objects received; not shown, as you hid it: Egg 0, Egg 1."
+    assert result.found["hidden"] == [True, True] and result.found["scenes"] == 1
+    near(result.found["seen"], result.found["wanted"])
+
+
+def test_an_animated_object_is_taken_from_where_it_was_when_it_was_sent(results):
+    result = results("another frame")
+    assert result.said[2] == "1 object received."
+    assert result.found["same"]
 
 
 def test_objects_in_another_scene_get_their_meshes_there(results):
@@ -58,7 +72,8 @@ def test_objects_in_another_scene_get_their_meshes_there(results):
 
 def test_other_objects_with_the_same_mesh_keep_it(results):
     result = results("linked duplicates")
-    assert result.said[1:] == ["2 objects " + SENT, "1 object received."]
+    assert result.said[1:] == ["2 objects " + SENT, "1 object received; no longer sharing a mesh "
+                               "with other objects: A."]
     assert result.found["same"] == [True, True, True]
     near({"it": result.found["seen"]}, {"it": result.found["wanted"]})
 
@@ -176,3 +191,34 @@ def test_faces_with_many_corners_come_back_whole(results):
     assert found["after"]["sides"] == [6]
     as_they_came(found["after"]["uvs"])
     near({"it": found["seen"]}, {"it": found["wanted"]})
+
+
+def test_all_that_lies_on_faces_is_told(results):
+    lost = "1 object received; %s of 1 object lost, since faces or vertices are others now."
+    marks = lost % "marks and maps of faces"
+    assert results("marks of faces").said[1:] == [marks, marks, lost % "edges without faces"]
+
+
+def test_a_modifier_that_was_not_sent_stays_on(results):
+    result = results("other modifier")
+    assert result.said[2] == "1 object received."
+    assert result.found["shown"]
+
+
+def test_new_objects_do_not_go_into_a_collection_of_another_file(results):
+    result = results("linked collection")
+    assert result.said[1] == "1 object received."
+    assert result.found["where"] == {"Egg 0": ["Scene Collection"]}
+
+
+def test_instances_beside_the_mesh_of_an_object_are_told(results):
+    assert results("mixed with instances").said[1] == (
+        "2 objects sent; without their instances (make them real first): Egg 0; import them in "
+        "Dorvia.")
+
+
+def test_what_is_no_mesh_or_goes_with_another_is_told(results):
+    result = results("without a mesh")
+    assert result.said == ["1 object sent; not sent by itself, being part of another metaball: "
+                           "Mball.001; not sent, being no mesh: Drawing; import them in Dorvia."]
+    assert result.host.names_back() == ["Mball"]

@@ -15,6 +15,10 @@ from meshes import file_bytes
 
 pytestmark = pytest.mark.skipif(not shutil.which("Xvfb"), reason="there is no Xvfb here")
 PATIENCE = 60.0  # seconds, where the machine is busy with other tests
+IN_THE_VIEW = """
+view = next(area for area in bpy.context.window.screen.areas if area.type == "VIEW_3D")
+with bpy.context.temp_override(area=view, region=view.regions[-1]):
+"""
 
 
 @pytest.fixture(scope="module")
@@ -148,6 +152,37 @@ def test_an_old_order_is_taken_away_and_not_obeyed(tree, bridge, window, mode):
     state = after_several_looks(window)
     assert "Third" not in state["objects"] and not state["waiting"]
     assert state["mode"].startswith(mode)
+    assert state["message"] == "Dorvia sent objects some time ago; press Receive to get them."
+
+
+def test_sending_does_not_drop_what_waits(tree, bridge, window):
+    window.do("bpy.ops.object.mode_set(mode='EDIT')")
+    window.wait_for(lambda state: state["mode"] == "EDIT_MESH")
+    hosted(tree, bridge, ["Third"])
+    edit(bridge)
+    window.wait_for(lambda state: state["waiting"])
+    window.do("try: bpy.ops.vek.send('INVOKE_DEFAULT', True)\nexcept RuntimeError: pass")
+    state = window.wait_for(lambda state: "have not received (Third)" in state["message"])
+    assert state["waiting"] and state["mode"] == "EDIT_MESH"
+    assert [os.path.basename(line) for line in tree.object_list()] == ["Third"]
+    window.do("bpy.ops.object.mode_set(mode='OBJECT')")
+    window.wait_for(lambda state: "Third" in state["objects"] and not state["waiting"])
+
+
+@pytest.mark.parametrize("process", [1, 999999999])
+def test_blender_answers_where_a_note_of_another_program_is_left(tree, bridge, window, process):
+    """Also where it is another user's, and not to be written."""
+    running = tree.app_file("Blender", "Blender_Running.txt")
+    with open(running + ".new", "w", encoding="ascii") as note:
+        note.write(f"PID = {process}\n")
+    os.rename(running + ".new", running)
+    os.chmod(running, 0o444)
+    hosted(tree, bridge, ["Third"])
+    leave_order(tree, age=0)
+    window.wait_for(lambda state: "Third" in state["objects"])
+    with open(running, encoding="ascii") as note:
+        assert note.read() == f"PID = {window.state()['process']}\n"
+    assert os.stat(running).st_mode & 0o777 == 0o666
 
 
 # Blender has no way to ask for a tool that runs in Object Mode, where receiving does not harm it.
@@ -243,6 +278,24 @@ def test_sending_leaves_the_user_in_the_mode(window):
     window.wait_for(lambda state: state["vertices"] == 2 * len(cases.EGG[0]))
 
 
+def test_undo_takes_back_the_receiving_and_not_the_sculpt(tree, bridge, window):
+    """Blender notes a sculpt in a history of its own, which ends with the mode."""
+    window.do(IN_THE_VIEW + "    bpy.ops.object.mode_set('EXEC_DEFAULT', True, mode='SCULPT')\n"
+              "    bpy.ops.paint.mask_flood_fill('EXEC_DEFAULT', True, mode='VALUE', value=0.75)\n")
+    window.wait_for(lambda state: state["mode"] == "SCULPT")
+    hosted(tree, bridge, ["First", "Second"], cases.BOX)
+    window.do("bpy.ops.vek.receive('INVOKE_DEFAULT', True)")
+    window.wait_for(lambda state: "received" in state["message"] and not state["busy"]
+                    and state["vertices"] == 2 * len(cases.BOX[0]))
+    window.do("bpy.ops.ed.undo()\n"
+              "masks = bpy.context.view_layer.objects.active.data.vertex_paint_masks\n"
+              "said = masks[0].data[3].value if masks else 'no mask'\n"
+              "bpy.context.window_manager.vek_message = f'after undo: {said}'")
+    state = window.wait_for(lambda state: state["message"].startswith("after undo"))
+    assert state["message"] == "after undo: 0.75"
+    assert state["vertices"] == 2 * len(cases.EGG[0])
+
+
 def test_undo_goes_on_after_sending_while_sculpting(window):
     window.do("bpy.ops.object.mode_set(mode='SCULPT'); bpy.ops.ed.undo_push(message='entered')\n"
               "bpy.ops.vek.send('INVOKE_DEFAULT', True)")
@@ -286,12 +339,8 @@ def test_an_order_waits_where_a_tool_runs_in_an_edit(tree, bridge, window):
 
 def move(window):
     """Begins the tool that lets what is selected follow the mouse."""
-    window.do("""
-view = next(area for area in bpy.context.window.screen.areas if area.type == "VIEW_3D")
-with bpy.context.temp_override(area=view, region=view.regions[-1]):
-    began = bpy.ops.transform.translate("INVOKE_DEFAULT", True)
-bpy.context.window_manager.vek_message = str(began)
-""")
+    window.do(IN_THE_VIEW + "    began = bpy.ops.transform.translate('INVOKE_DEFAULT', True)\n"
+              "bpy.context.window_manager.vek_message = str(began)")
     window.wait_for(lambda state: state["message"] == "{'RUNNING_MODAL'}")
 
 
@@ -329,12 +378,12 @@ def edit(bridge):
     assert bridge.call("CallVekAppCommand", "EDIT_COMMAND", index) == 0
 
 
-def hosted(tree, bridge, names):
+def hosted(tree, bridge, names, mesh=cases.EGG):
     describe_as_shipped(bridge)
     tree.write_object_list([])
     for name in names:
         line = tree.default_project_folder + "/" + name
         with open(line + ".vek", "wb") as file:
-            file.write(file_bytes(*cases.EGG))
+            file.write(file_bytes(*mesh))
         assert bridge.call("VekPostExport", line + ".vek") == 0
         tree.add_object(line)

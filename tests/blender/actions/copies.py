@@ -4,9 +4,10 @@ import os
 
 import bpy
 from mathutils import Matrix
-from vek_bridge import bridge, objects
+from vek_bridge import bridge, objects, paths
 
-from .common import copy_of, host_changes, moved, positions, receive, select, send, scene
+from .common import (copy_of, host_changes, moved, positions, positions_in_file, receive, scene,
+                     seen_positions, select, send)
 
 
 def copies(_case):
@@ -47,13 +48,15 @@ def lone_copy(case):
     return {"said": said, "lists": lists, "is untouched": is_untouched}
 
 
-def letter_case(case):
+def letter_case_of_a_copy(case):
     """On a Mac it is the same file."""
     said = [receive()]
     copy = copy_of(bpy.data.objects["Egg 0"], "EGG 0")
     objects.forget(copy)
     select(copy)
+    real, paths._tells_letter_case = paths._tells_letter_case, lambda folder: False
     said.append(send())
+    paths._tells_letter_case = real
     return {"said": said, "files": sorted(os.listdir(case["folder"]))}
 
 
@@ -92,6 +95,20 @@ def copy_in_the_scene(_case):
     return {"said": said, "scene": scene()}
 
 
+def copy_of_a_scene(_case):
+    """The user goes on in a full copy of the scene, whose object is the one that is sent then, and
+    that comes again."""
+    said = [receive()]
+    bpy.ops.scene.new(type="FULL_COPY")
+    copy, = bpy.context.scene.objects
+    select(copy)
+    said.append(send())
+    host_changes(change=moved((0, 0, 5)))
+    said.append(receive())
+    return {"said": said, "seen": seen_positions(copy), "wanted": positions_in_file("Egg 0"),
+            "objects": len(bpy.data.objects)}
+
+
 def separated(_case):
     said = [receive()]
     obj = bpy.context.view_layer.objects.active
@@ -106,3 +123,20 @@ def separated(_case):
     select(*pieces)
     said.append(send())
     return {"said": said, "pieces": len(pieces)}
+
+
+def linked_collection(case):
+    """The collection that the user has chosen is that of another Blender file."""
+    said = [receive()]
+    path = case["root"] + "/library.blend"
+    bpy.context.scene.collection.children.link(bpy.data.collections.new("Library"))
+    bpy.ops.wm.save_as_mainfile(filepath=path, copy=True)
+    bpy.ops.wm.read_homefile(use_empty=True)
+    with bpy.data.libraries.load(path, link=True) as (_, wanted):
+        wanted.collections = ["Library"]
+    bpy.context.scene.collection.children.link(wanted.collections[0])
+    layer = bpy.context.view_layer
+    layer.active_layer_collection = layer.layer_collection.children["Library"]
+    said.append(receive())
+    return {"said": said, "where": {obj.name: [each.name for each in obj.users_collection]
+                                    for obj in bpy.data.objects}}

@@ -203,3 +203,37 @@ def linked_duplicates(_case):
             "wanted": positions_in_file(others[0].name),
             "same": [seen_positions(others[1]) == still, first.data == others[1].data,
                      first.data != others[0].data]}
+
+
+def marks_of_faces(_case):
+    """A face map, and later a face that is marked; at last an edge without a face."""
+    said = [receive()]
+    obj = bpy.data.objects["Egg 0"]
+
+    def fewer(mesh):
+        mesh.faces = mesh.faces[:-4]
+
+    obj.face_maps.new(name="Map").add([0, 1])
+    host_changes(change=fewer)
+    said.append(receive())
+    obj.data.polygons[2].use_freestyle_mark = True
+    host_changes(change=fewer)
+    said.append(receive())
+    obj.data.edges.add(1)
+    obj.data.edges[-1].vertices = (0, 1)
+    obj.data.update()
+    host_changes(change=fewer)
+    return {"said": said + [receive()]}
+
+
+def other_modifier(_case):
+    """The modifier that was sent is gone, and another is there when the mesh comes again."""
+    said = [receive()]
+    obj = bpy.data.objects["Egg 0"]
+    obj.modifiers.new("Mirror", "MIRROR")
+    bpy.context.view_layer.update()
+    said.append(send())
+    obj.modifiers.clear()
+    bevel = obj.modifiers.new("Bevel", "BEVEL")
+    host_changes()
+    return {"said": said + [receive()], "shown": bevel.show_viewport}

@@ -1,9 +1,10 @@
 """The File menu, and files and folders with odd names."""
 
 import os
+import shutil
 
 import bpy
-from vek_bridge import bridge, interface, session
+from vek_bridge import bridge, interface, paths, session
 
 from .common import changed, grid, message, moved, new_object, receive, scene, select, send
 
@@ -100,3 +101,65 @@ def taken_over(_case):
     is_same = scene() == before
     bridge.tree().write_object_list(lines[:1])
     return {"said": said + [receive()], "same": is_same}
+
+
+def volume_in_the_project_path(case):
+    """As an older Mac writes it, and with a slash at its end; a file of the host's is there."""
+    bridge.tree().write_object_list([])
+    bridge.tree().write_project_path("Macintosh HD:" + case["folder"] + "/")
+    before = open(case["folder"] + "/Egg 0.vek", "rb").read()
+    select(new_object("Egg 0", *grid(3)))
+    said = [send()]
+    bridge.tree().write_object_list([case["folder"] + "/Egg 0_2"])
+    said.append(receive())
+    return {"said": said, "same": open(case["folder"] + "/Egg 0.vek", "rb").read() == before,
+            "files": sorted(os.listdir(case["folder"])), "objects": len(bpy.data.objects)}
+
+
+def volume_in_a_line(_case):
+    """The host names the same file in another way."""
+    said = [receive()]
+    line, = bridge.tree().object_list()
+    for other in ("Macintosh HD:" + line, line.replace("/Egg", "//Egg"),
+                  line.replace("/Egg", "/../Default/Egg")):
+        bridge.tree().write_object_list([other])
+        said.append(receive())
+    return {"said": said, "objects": len(bpy.data.objects)}
+
+
+def letter_case(case):
+    """On a disk where letter case and the way an accent is written make no difference."""
+    real, paths._tells_letter_case = paths._tells_letter_case, lambda folder: False
+    try:
+        os.rename(case["folder"] + "/Egg 0.vek", case["folder"] + "/\u00c4gg.vek")
+        bridge.tree().write_object_list([case["folder"] + "/\u00c4gg"])
+        said = [receive()]
+        shutil.copy(case["folder"] + "/\u00c4gg.vek", case["folder"] + "/a\u0308GG.vek")
+        bridge.tree().write_object_list([case["folder"] + "/a\u0308GG"])
+        return {"said": said + [receive()], "objects": len(bpy.data.objects)}
+    finally:
+        paths._tells_letter_case = real
+
+
+def letter_case_told(case):
+    """On this disk they do, and these are two objects."""
+    shutil.copy(case["folder"] + "/Egg 0.vek", case["folder"] + "/EGG 0.vek")
+    bridge.tree().add_object(case["folder"] + "/EGG 0")
+    return {"said": [receive()], "objects": len(bpy.data.objects)}
+
+
+def not_received(case):
+    """The host sends objects, one of them anew, and the user sends before receiving them."""
+    said = [receive()]
+    first, second = bridge.tree().object_list()
+    changed(first, moved((0, 0, 9)))
+    bridge.tree().write_object_list([first, second])
+    before = open(first + ".vek", "rb").read()
+    said.append(send())
+    is_same = open(first + ".vek", "rb").read() == before
+    said += [send(), send()]
+    bridge.tree().write_object_list([second])  # the host has taken the first from the list
+    said.append(send())
+    changed(second, moved((0, 0, 9)))
+    bridge.tree().write_object_list([second])
+    return {"said": said + [receive(), send()], "same": is_same}

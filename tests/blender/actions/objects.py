@@ -19,17 +19,8 @@ def only_instances(_case):
     """One of two objects shows nothing but a cone on each of its points, and a collection stands in
     the scene as an instance; then all but the instances are deselected."""
     said = [receive()]
-    group = bpy.data.node_groups.new("Cones", "GeometryNodeTree")
-    group.inputs.new("NodeSocketGeometry", "Geometry")
-    group.outputs.new("NodeSocketGeometry", "Geometry")
-    first, last = group.nodes.new("NodeGroupInput"), group.nodes.new("NodeGroupOutput")
-    cone = group.nodes.new("GeometryNodeMeshCone")
-    on_points = group.nodes.new("GeometryNodeInstanceOnPoints")
-    group.links.new(first.outputs[0], on_points.inputs["Points"])
-    group.links.new(cone.outputs[0], on_points.inputs["Instance"])
-    group.links.new(on_points.outputs[0], last.inputs[0])
     cones = bpy.data.objects["Egg 0"]
-    cones.modifiers.new("Cones", "NODES").node_group = group
+    put_cones_on(cones)
     crowd = bpy.data.objects.new("Crowd", None)
     crowd.instance_type = "COLLECTION"
     crowd.instance_collection = bpy.data.collections.new("Crowd")
@@ -41,6 +32,44 @@ def only_instances(_case):
     said.append(send())
     select(crowd)
     return {"said": said + [send()]}
+
+
+def put_cones_on(obj, beside_the_mesh=False):
+    group = bpy.data.node_groups.new("Cones", "GeometryNodeTree")
+    group.inputs.new("NodeSocketGeometry", "Geometry")
+    group.outputs.new("NodeSocketGeometry", "Geometry")
+    first, last = group.nodes.new("NodeGroupInput"), group.nodes.new("NodeGroupOutput")
+    cone = group.nodes.new("GeometryNodeMeshCone")
+    on_points = group.nodes.new("GeometryNodeInstanceOnPoints")
+    group.links.new(first.outputs[0], on_points.inputs["Points"])
+    group.links.new(cone.outputs[0], on_points.inputs["Instance"])
+    shown = on_points
+    if beside_the_mesh:
+        shown = group.nodes.new("GeometryNodeJoinGeometry")
+        group.links.new(first.outputs[0], shown.inputs[0])
+        group.links.new(on_points.outputs[0], shown.inputs[0])
+    group.links.new(shown.outputs[0], last.inputs[0])
+    obj.modifiers.new("Cones", "NODES").node_group = group
+    bpy.context.view_layer.update()
+
+
+def mixed_with_instances(_case):
+    """The object shows its own mesh, and a cone on each of its points."""
+    said = [receive()]
+    put_cones_on(bpy.data.objects["Egg 0"], beside_the_mesh=True)
+    return {"said": said + [send()]}
+
+
+def without_a_mesh(_case):
+    """Two metaballs, which Blender melts into one, and a drawing."""
+    for place in (0, 0.7):
+        bpy.ops.object.metaball_add(type="BALL", location=(place, 0, 0))
+    bpy.ops.object.gpencil_add(type="MONKEY")
+    bpy.context.view_layer.update()
+    drawing = bpy.context.object
+    drawing.name = "Drawing"
+    select(*bpy.context.scene.objects)
+    return {"said": [send()]}
 
 
 def edges_alone(_case):

@@ -6,7 +6,7 @@ import bpy
 from mathutils import Matrix
 
 from .common import (host_changes, matrices, moved, positions, positions_in_file, receive,
-                     seen_positions, send)
+                     seen_positions, select, send)
 
 HELD = ("Egg 0", "Egg 1", "Egg 2", "Egg 3")
 SKEWED = Matrix.Rotation(1, 4, "X") @ Matrix.Diagonal((1, -2, 0.3, 1)) @ Matrix.Rotation(2, 4, "Z")
@@ -65,6 +65,79 @@ def other_scene(_case):
             "lifted": positions(egg)[0][2] - before[0][2]}
 
 
+def hanging(_case):
+    """Each of the objects hangs on the mesh of the one before it: by a vertex, by a vertex group,
+    and by an empty that does."""
+    said = [receive()]
+    eggs = [bpy.data.objects["Egg %d" % number] for number in range(4)]
+    eggs[1].parent, eggs[1].parent_type, eggs[1].parent_vertices = eggs[0], "VERTEX", (5, 5, 5)
+    eggs[1].vertex_groups.new(name="Top").add([5], 1, "ADD")
+    constraint = eggs[2].constraints.new("COPY_LOCATION")
+    constraint.target, constraint.subtarget = eggs[1], "Top"
+    between = bpy.data.objects.new("Between", None)
+    bpy.context.collection.objects.link(between)
+    between.parent, between.parent_type, between.parent_vertices = eggs[2], "VERTEX", (1, 1, 1)
+    eggs[3].parent = between
+    bpy.context.view_layer.update()
+    said.append(send())
+    host_changes(change=moved((0, 0, 10)))
+    return {"said": said + [receive()], **seen_and_wanted(eggs)}
+
+
+def seen_and_wanted(eggs):
+    bpy.context.view_layer.update()
+    return {"seen": {egg.name: seen_positions(egg) for egg in eggs},
+            "wanted": {egg.name: positions_in_file(egg.name) for egg in eggs}}
+
+
+def hidden_and_held(_case):
+    """Objects that are hidden in all views, by a constraint somewhere else or on a bone."""
+    said = [receive()]
+    eggs = [bpy.data.objects["Egg %d" % number] for number in range(2)]
+    target = bpy.data.objects.new("Target", None)
+    target.location = (7, 0, 0)
+    bpy.context.collection.objects.link(target)
+    eggs[0].constraints.new("COPY_LOCATION").target = target
+    bones = bpy.data.objects.new("Bones", bpy.data.armatures.new("Bones"))
+    bpy.context.collection.objects.link(bones)
+    select(bones)
+    bpy.ops.object.mode_set(mode="EDIT")
+    bpy.context.object.data.edit_bones.new("Bone").tail = (0, 0, 3)
+    bpy.ops.object.mode_set(mode="OBJECT")
+    eggs[1].parent, eggs[1].parent_type, eggs[1].parent_bone = bones, "BONE", "Bone"
+    bpy.context.view_layer.update()
+    select(*eggs)
+    said.append(send())
+    for egg in eggs:
+        egg.hide_viewport = True
+    for holder in (target, bones):
+        holder.location.y = 3
+    bpy.context.view_layer.update()
+    host_changes(change=moved((0, 0, 1)))
+    said.append(receive())
+    is_hidden = [egg.hide_viewport for egg in eggs]
+    for egg in eggs:
+        egg.hide_viewport = False
+    return {"said": said, "hidden": is_hidden, "scenes": len(bpy.data.scenes),
+            **seen_and_wanted(eggs)}
+
+
+def another_frame(_case):
+    """Sent at one point of an animation, and received at another."""
+    said = [receive()]
+    egg, scene = bpy.data.objects["Egg 0"], bpy.context.scene
+    for frame, place in ((1, 0), (50, 100)):
+        egg.location.x = place
+        egg.keyframe_insert("location", frame=frame)
+    scene.frame_set(1)
+    before = positions(egg)
+    said.append(send())
+    scene.frame_set(50)
+    host_changes()
+    said.append(receive())
+    return {"said": said, "same": positions(egg) == before}
+
+
 def scaled_to_nothing(_case):
     said = [receive()]
     egg = bpy.data.objects["Egg 0"]
@@ -73,32 +146,6 @@ def scaled_to_nothing(_case):
     host_changes()
     said.append(receive())
     return {"said": said, "same": positions(egg) == before}
-
-
-def hidden_and_held(_case):
-    """One object follows another, one is on a bone, and then both are hidden."""
-    said = [receive()]
-    first, second = bpy.data.objects["Egg 0"], bpy.data.objects["Egg 1"]
-    armature = bpy.data.objects.new("Arm", bpy.data.armatures.new("Arm"))
-    bpy.context.collection.objects.link(armature)
-    bpy.context.view_layer.objects.active = armature
-    bpy.ops.object.mode_set(mode="EDIT")
-    armature.data.edit_bones.new("Bone").tail = (0, 1, 4)
-    bpy.ops.object.mode_set(mode="OBJECT")
-    armature.location = (1, 2, 3)
-    first.constraints.new("COPY_LOCATION").target = armature
-    second.parent, second.parent_type, second.parent_bone = armature, "BONE", "Bone"
-    bpy.context.view_layer.update()
-    for egg in (first, second):
-        egg.hide_viewport = True
-    bpy.context.view_layer.update()
-    host_changes(change=moved((0, 0, 1)))
-    said.append(receive())
-    for egg in (first, second):
-        egg.hide_viewport = False
-    bpy.context.view_layer.update()
-    return {"said": said, "seen": {egg.name: seen_positions(egg) for egg in (first, second)},
-            "wanted": {egg.name: positions_in_file(egg.name) for egg in (first, second)}}
 
 
 def hidden(_case):

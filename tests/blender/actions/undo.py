@@ -44,3 +44,88 @@ def sent_undone_sent(case):
     place = bpy.data.objects["New"].location.x
     send_both()
     return {"said": said, "files": sorted(os.listdir(case["folder"])), "place": place}
+
+
+def push(message):
+    bpy.ops.ed.undo_push(message=message)
+
+
+def own_and_undone(name):
+    """The user's own object of that name is moved, and that is undone and done again."""
+    new_object(name, *grid(3))
+    push("added")
+    bpy.data.objects[name].location.x = 1
+    push("moved")
+    bpy.ops.ed.undo()
+    bpy.ops.ed.redo()
+    select(bpy.data.objects[name])
+
+
+def files_are(folder):
+    return {name: open(folder + "/" + name, "rb").read().hex() for name in os.listdir(folder)}
+
+
+def own_after_undo(case):
+    """What was received is undone, and the user has an object of the same name."""
+    push("begun")
+    said = [receive()]
+    push("received")
+    before = files_are(case["folder"])
+    bpy.ops.ed.undo()
+    own_and_undone("Egg 0")
+    said.append(send())
+    after = files_are(case["folder"])
+    return {"said": said, "lost": [name for name in before if after[name] != before[name]]}
+
+
+def own_in_another_scene_file(case):
+    """As before, and another scene was opened between."""
+    before = files_are(case["folder"])
+    push("begun")
+    said = [receive()]
+    push("received")
+    bpy.ops.ed.undo()
+    bpy.ops.wm.read_homefile(use_empty=True)
+    push("opened")
+    own_and_undone("Egg 0")
+    said.append(send())
+    after = files_are(case["folder"])
+    return {"said": said, "lost": [name for name in before if after[name] != before[name]]}
+
+
+def own_after_deleting(case):
+    """The object that was received is deleted for one of the user's own, there and back in the
+    history by many steps."""
+    before = files_are(case["folder"])
+    push("begun")
+    said = [receive()]
+    push("received")
+    bpy.data.objects.remove(bpy.data.objects["Egg 0"])
+    push("deleted")
+    own_and_undone("Egg 0")
+    for step in (bpy.ops.ed.undo, bpy.ops.ed.redo):
+        for _ in range(4):
+            step()
+    bpy.ops.ed.undo_history(item=0)
+    bpy.ops.ed.undo_history(item=4)
+    select(bpy.data.objects["Egg 0"])
+    said.append(send())
+    after = files_are(case["folder"])
+    return {"said": said, "lost": [name for name in before if after[name] != before[name]]}
+
+
+def renamed_and_undone(case):
+    """An object is sent under a name that undo takes back, and sent again."""
+    push("begun")
+    new_object("New", *grid(3))
+    push("added")
+    bpy.data.objects["New"].name = "Other"
+    push("renamed")
+    select(bpy.data.objects["Other"])
+    said = [send()]
+    push("sent")
+    for _ in range(2):
+        bpy.ops.ed.undo()
+    select(bpy.data.objects["New"])
+    said.append(send())
+    return {"said": said, "files": os.listdir(case["folder"])}

@@ -5,6 +5,7 @@ import numpy as np
 
 # Attributes that have a word of their own below, or stand for the geometry itself.
 _OTHERS = {"position", "material_index", "sharp_face", "sharp_edge", "crease_edge", "crease"}
+_MARKS_OF_FACES = {"use_freestyle_mark": bool}
 _MARKS = {"use_seam": bool, "use_edge_sharp": bool, "use_freestyle_mark": bool,
           "crease": np.float32, "bevel_weight": np.float32}
 # What Blender holds beside its attributes.
@@ -28,8 +29,12 @@ def lost(obj, mesh_has_uvs, stay):
         words.append("face sets")
     if mesh.has_custom_normals:
         words.append("custom normals")
-    if any(_marked(mesh.edges, name, kind) for name, kind in _MARKS.items()):
+    if _is_marked(mesh.edges, _MARKS):
         words.append("marks of edges")
+    if _is_marked(mesh.polygons, _MARKS_OF_FACES) or _has_face_maps(mesh):
+        words.append("marks and maps of faces")
+    if _has_edges_alone(mesh):
+        words.append("edges without faces")
     return words
 
 
@@ -46,6 +51,17 @@ def on_vertices(obj):
     if ".sculpt_mask" in mesh.attributes or len(getattr(mesh, "vertex_paint_masks", ())):
         words.append("sculpt masks")
     return words
+
+
+def _has_face_maps(mesh):
+    return any((_values(layer.data, "value", np.int32) >= 0).any()
+               for layer in getattr(mesh, "face_maps", ()))
+
+
+def _has_edges_alone(mesh):
+    has_face = np.zeros(len(mesh.edges), bool)
+    has_face[_values(mesh.loops, "edge_index", np.uint32)] = True
+    return not has_face.all()
 
 
 def strip_faces(mesh):
@@ -88,8 +104,12 @@ def _values(items, name, kind):
     return values
 
 
-def _marked(edges, name, kind):
+def _is_marked(items, names):
+    return any(_has_one(items, name, kind) for name, kind in names.items())
+
+
+def _has_one(items, name, kind):
     try:
-        return bool(_values(edges, name, kind).any())
+        return bool(_values(items, name, kind).any())
     except (AttributeError, TypeError):
         return False  # some are attributes in later Blenders

@@ -75,9 +75,7 @@ def fill(mesh, vertices, faces):
     """A mesh without geometry gets one."""
     mesh.vertices.add(len(vertices))
     set_positions(mesh.vertices, vertices)
-    if len(faces):
-        _fill_faces(mesh, faces)
-    mesh.update(calc_edges=True)
+    fill_faces(mesh, faces)
 
 
 def set_positions(points, positions):
@@ -89,7 +87,14 @@ def set_uvs(layer, uvs):
     layer.data.foreach_set("uv", uvs.ravel())
 
 
-def _fill_faces(mesh, faces):
+def fill_faces(mesh, faces):
+    """A mesh that has vertices alone gets faces and their edges."""
+    if len(faces):
+        _add_faces(mesh, faces)
+    mesh.update(calc_edges=True)
+
+
+def _add_faces(mesh, faces):
     # Blender takes whole arrays of these when they are unsigned, and number by number when not.
     totals = np.where(faces[:, 3] >= 0, np.uint32(4), np.uint32(3))
     starts = np.zeros(len(faces), np.uint32)
@@ -142,4 +147,6 @@ def _kept(block, face_kind, good, left_out):
     if stride == 3:
         values = np.column_stack([values, np.full(len(values), -1, "<i4")])
     count = block.count - left_out if block.count == len(good) else block.count
-    return blocks.Block(block.id, values.astype("<i4").tobytes(), count, block.param)
+    kept = blocks.Block(block.id, values.astype("<i4").tobytes(), count)
+    kept.param_bits = block.param_bits
+    return kept

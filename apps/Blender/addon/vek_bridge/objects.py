@@ -8,6 +8,7 @@ import struct
 
 import bpy
 
+from . import paths
 from .vek_exchange import exchange_file as blocks
 
 _LINE = "vek_object"  # its line in the object list
@@ -16,10 +17,13 @@ _FACE_KIND = "vek_face_kind"
 _GIVEN_MARK = "vek_given"
 _KEPT = "vek_blocks"
 _SENT_MODIFIERS = "vek_sent_modifiers"
-_HEAD = "<IIIf"
+_SENT_FRAME = "vek_sent_frame"
+_SENT_MATRIX = "vek_sent_matrix"
+_HEAD = "<IIII"
 _BESIDE_THE_MESH = {"COLLISION", "PARTICLE_SYSTEM", "SURFACE"}
 
 SENDABLE = {"MESH", "CURVE", "SURFACE", "FONT", "META"}
+SEEN_AND_NO_MESH = {"GPENCIL", "GREASEPENCIL", "VOLUME", "POINTCLOUD", "CURVES"}
 
 
 def is_empty(obj):
@@ -39,38 +43,36 @@ def remember_line(obj, line):
 
 def forget(obj):
     """It is a thing of Blender's alone from now on."""
-    for key in (_LINE, _NAME, _FACE_KIND, _GIVEN_MARK, _KEPT, _SENT_MODIFIERS):
+    for key in (_LINE, _NAME, _FACE_KIND, _GIVEN_MARK, _KEPT, _SENT_MODIFIERS, _SENT_FRAME,
+                _SENT_MATRIX):
         if key in obj:
             del obj[key]
 
 
-def originals():
-    """Of each line the object that had it first, in whatever scene it is: its copies and the pieces
-    that were cut off it remember the same line. Blender gave those other names, and their meshes
-    too."""
-    objs = {obj for scene in bpy.data.scenes for obj in scene.objects if line_of(obj)}
+def originals(scene):
+    """By the keys of their files (see paths) the objects that had them first: copies, and pieces
+    that were cut off, remember the same line. Blender gave those other names, and their meshes too.
+    An object in the scene, which is the user's, goes before those in others."""
+    objs = {obj for each in bpy.data.scenes for obj in each.objects if line_of(obj)}
     found = {}
-    for obj in sorted(objs, key=_likeness, reverse=True):
-        found[same_file(line_of(obj))] = obj
+    for obj in sorted(objs, key=lambda obj: _likeness(obj, scene), reverse=True):
+        found[paths.key_of_line(line_of(obj))] = obj
     return found
 
 
-def same_file(line):
-    """Equal for lines that may name one file."""
-    return line.casefold()  # as file systems are that take no regard of letter case
-
-
-def _likeness(obj):
+def _likeness(obj, scene):
     """The least for the original."""
     name = obj.get(_NAME, "")
-    return (obj.name != name, not obj.data or obj.data.name != name, len(obj.name), obj.name)
+    return (scene not in obj.users_scene, obj.name != name,
+            not obj.data or obj.data.name != name, len(obj.name), obj.name)
 
 
 def remember_given(obj, given, mark):
     obj[_FACE_KIND] = given.face_kind
     obj[_GIVEN_MARK] = mark
     obj[_KEPT] = b"".join(part for block in given.kept for part in (
-        struct.pack(_HEAD, block.id, len(block.payload), block.count, block.param), block.payload))
+        struct.pack(_HEAD, block.id, len(block.payload), block.count, block.param_bits),
+        block.payload))
 
 
 def face_kind(obj):
@@ -85,29 +87,55 @@ def kept_blocks(obj):
     kept, packed, at = [], obj.get(_KEPT, b""), 0
     head = struct.calcsize(_HEAD)
     while at < len(packed):
-        number, size, count, param = struct.unpack_from(_HEAD, packed, at)
-        kept.append(blocks.Block(number, packed[at + head:at + head + size], count, param))
+        number, size, count, bits = struct.unpack_from(_HEAD, packed, at)
+        block = blocks.Block(number, packed[at + head:at + head + size], count)
+        block.param_bits = bits
+        kept.append(block)
         at += head + size
     return kept
 
 
-def remember_sent(obj, line):
+def remember_sent(obj, line, frame):
     remember_line(obj, line)
-    obj[_SENT_MODIFIERS] = len(_shown_modifiers(obj)) > 0
+    obj[_SENT_FRAME] = float(frame)
+    obj[_SENT_MATRIX] = [number for row in obj.matrix_world for number in row]
+    obj[_SENT_MODIFIERS] = "\n".join(modifier.name for modifier in _shown_modifiers(obj))
 
 
 def _shown_modifiers(obj):
     """Those that the mesh has in it when it is sent."""
     return [modifier for modifier in obj.modifiers
-            if modifier.show_viewport and modifier.type not in _BESIDE_THE_MESH]
+            if modifier.show_viewport and modifier.type not in _BESIDE_THE_MESH
+            and getattr(modifier, "levels", 1)]
+
+
+def hidden_levels(obj):
+    """Of a sculpt that is not shown in full: what is shown, as "level 1 of 3". Else empty."""
+    for each in _shown_multires(obj):
+        if each.levels < each.total_levels:
+            return f"level {each.levels} of {each.total_levels}"
+    return ""
+
+
+def _shown_multires(obj):
+    return [each for each in obj.modifiers if each.type == "MULTIRES" and each.show_viewport]
+
+
+def sent_frame(obj):
+    """The frame of the scene when it was sent; None where it was not."""
+    return obj.get(_SENT_FRAME)
+
+
+def sent_matrix(obj):
+    """The sixteen numbers of its matrix in the world then, row by row."""
+    return list(obj[_SENT_MATRIX])
 
 
 def rest_sent_modifiers(obj):
     """Switches off what the mesh that comes back has in it already. Whether there was any."""
-    if not obj.get(_SENT_MODIFIERS):
-        return False
-    obj[_SENT_MODIFIERS] = False
-    shown = _shown_modifiers(obj)
+    sent = str(obj.get(_SENT_MODIFIERS, "")).split("\n")
+    obj[_SENT_MODIFIERS] = ""
+    shown = [modifier for modifier in _shown_modifiers(obj) if modifier.name in sent]
     for modifier in shown:
         modifier.show_viewport = False
         modifier.show_render = False

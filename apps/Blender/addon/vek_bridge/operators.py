@@ -8,7 +8,7 @@ import bpy
 from bpy.props import CollectionProperty, StringProperty
 from bpy_extras.io_utils import ExportHelper, ImportHelper
 
-from . import bridge, receiving, sending
+from . import bridge, handed_over, receiving, sending
 from .bridge import EXTENSION
 from .vek_exchange import VekError
 from .work import sentence, shown
@@ -21,6 +21,7 @@ class _LongWork:
     """Does its work at once when a script calls it, else step by step under a progress bar; the
     escape key stops it then."""
 
+    _changes_the_scene = False
     _goes_back = False  # to the mode that the user was in
 
     def work(self, context):
@@ -68,6 +69,9 @@ class _LongWork:
 
     def _begin(self, context):
         self._mode = _leave_other_modes(context)
+        if self._changes_the_scene and self._mode != "OBJECT":
+            # Otherwise undo would take back what was sculpted or painted in the mode too.
+            bpy.ops.ed.undo_push(message="Leave the mode")
         try:
             self._work = self.work(context)
         except (VekError, OSError) as error:
@@ -142,6 +146,7 @@ class VEK_OT_receive(_LongWork, bpy.types.Operator):
     bl_idname = "vek.receive"
     bl_label = "Receive"
     bl_options = {"REGISTER", "UNDO"}
+    _changes_the_scene = True
 
     def work(self, context):
         return receiving.Receiving(context, receiving.lines_of_the_list(),
@@ -156,8 +161,10 @@ class VEK_OT_send(_LongWork, bpy.types.Operator):
     _goes_back = True
 
     def work(self, context):
+        handed_over.warn_of_waiting()
         chosen = sending.objects_to_send(context)
-        lines = sending.lines_for(chosen, bridge.tree().project_folder())
+        lines = sending.lines_for(chosen, bridge.tree().project_folder(),
+                                  context.scene)
         return sending.Sending(context, chosen, lines, to_the_host=True)
 
 
@@ -166,6 +173,7 @@ class VEK_OT_import(_LongWork, ImportHelper, bpy.types.Operator):
     bl_idname = "vek.import_files"
     bl_label = "Import Vek"
     bl_options = {"REGISTER", "UNDO"}
+    _changes_the_scene = True
     filename_ext = EXTENSION
     filter_glob: StringProperty(default="*.vek;*.Vek;*.VEK", options={"HIDDEN"})
     files: CollectionProperty(type=bpy.types.OperatorFileListElement, options={"SKIP_SAVE"})

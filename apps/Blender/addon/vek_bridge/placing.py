@@ -5,19 +5,6 @@ import numpy as np
 from .vek_exchange import VekError
 
 
-def world_matrix(obj, depsgraph):
-    """Blender does not keep up the matrices of objects that are not shown at all. Where more than
-    its parent holds such an object, its last one has to do."""
-    is_held_by_more = len(obj.constraints) > 0 or obj.parent_type != "OBJECT"
-    if obj.evaluated_get(depsgraph).is_evaluated or is_held_by_more:
-        return np.array(obj.matrix_world)
-    matrix = np.array(obj.matrix_basis)
-    if obj.parent:
-        parent = world_matrix(obj.parent, depsgraph)
-        return parent @ np.array(obj.matrix_parent_inverse) @ matrix
-    return matrix
-
-
 def to_world(vertices, matrix):
     return _moved(vertices, matrix)
 

@@ -3,14 +3,12 @@
 import os
 
 import bpy
-import numpy as np
 
-from . import bridge, handed_over, mesh_in, objects, placing, replacing
+from . import bridge, handed_over, mesh_in, objects, paths, replacing
 from .bridge import EXTENSION
+from .places import Places
 from .vek_exchange import VekError
 from .work import Work, counted, listed, sentence, shown
-
-_NOWHERE = np.identity(4)
 
 
 class Receiving(Work):
@@ -22,17 +20,19 @@ class Receiving(Work):
         super().__init__(lines)
         self._context = context
         self._from_the_host = from_the_host
-        self._known = objects.originals() if from_the_host else {}
+        self._known = objects.originals(context.scene) if from_the_host else {}
         self._taken_over = handed_over.lines_taken_over() if from_the_host else set()
-        depsgraph = context.evaluated_depsgraph_get()
-        self._places = {line: placing.world_matrix(obj, depsgraph)
-                        for line, obj in self._known.items()}
+        self._note = handed_over.as_they_are(lines) if from_the_host else b""
+        keys = [paths.key_of_line(line) for line in lines if self._known]
+        self._places = Places({self._known[key] for key in keys if key in self._known}, context)
         self._received = []
         self._failures = []
         self._skipped = 0
         self._left_out = 0
         self._rested = 0
         self._replaced = []  # names of objects that are no meshes
+        self._sculpts = []  # names of objects whose Multires modifier does not fit the new faces
+        self._parted = []  # names of objects that shared their mesh with others
         self._lost = []  # words
         self._losers = 0
 
@@ -40,7 +40,7 @@ class Receiving(Work):
         if line in self._taken_over:
             self._skipped += 1
             return
-        path = bridge.tree().exchange_file(line, EXTENSION) if self._from_the_host else line
+        path = paths.of_line(line) if self._from_the_host else line
         try:
             given = mesh_in.Given(path)
             obj = self._put(given, line, path)
@@ -48,8 +48,7 @@ class Receiving(Work):
             self._failures.append(str(error))
             return
         if self._from_the_host:
-            key = objects.same_file(line)
-            self._known[key], self._places[key] = obj, self._places.get(key, _NOWHERE)
+            self._known[paths.key_of_line(line)] = obj
             objects.remember_line(obj, line)
         objects.remember_given(obj, given, mesh_in.mark_of(given.faces, given.uvs))
         self._left_out += given.left_out
@@ -58,26 +57,41 @@ class Receiving(Work):
 
     def _put(self, given, line, path):
         """The object that has the mesh now."""
-        known = self._known.get(objects.same_file(line))
+        known = self._known.get(paths.key_of_line(line))
         if not known:
             name = shown(os.path.basename(path)[:-len(EXTENSION)])
             mesh = mesh_in.new_mesh(name, given.vertices, given.faces, given.uvs)
             obj = bpy.data.objects.new(name, mesh)
-            self._context.collection.objects.link(obj)
+            self._collection.objects.link(obj)
             return obj
-        matrix = self._places[objects.same_file(line)]
-        if known.type != "MESH":
+        matrix = self._places.of(known)
+        replacing.check(known)
+        if known.type != "MESH" or replacing.would_end_a_sculpt(known, given, matrix):
             obj = replacing.take_the_place_of(known, given, matrix)
-            self._replaced.append(known.name)
+            self._places.put_under(obj, known)
+            (self._sculpts if known.type == "MESH" else self._replaced).append(known.name)
             return obj
+        if known.data.users > 1:
+            self._parted.append(known.name)
         words = replacing.put(known, given, matrix)
         self._rested += objects.rest_sent_modifiers(known)
         self._losers += bool(words)
         self._lost += [word for word in words if word not in self._lost]
         return known
 
+    @property
+    def _collection(self):
+        """For new objects: the one that the user chose, unless it is part of another file."""
+        chosen = self._context.collection
+        if chosen.library or chosen.override_library:
+            return self._context.scene.collection
+        return chosen
+
     def outcome(self):
+        self._places.hold(self._received)
         self._select_received()
+        if self._from_the_host and not self.stopped_by:
+            handed_over.remember_received(self._note)
         if not self.total:
             return "WARNING", "The object list is empty: Dorvia has sent nothing."
         if self._skipped == self.total:
@@ -105,8 +119,13 @@ class Receiving(Work):
         if self._lost:
             yield (f"{listed(self._lost)} of {counted(self._losers, 'object')} lost, since faces "
                    "or vertices are others now")
+        if self._parted:
+            yield f"no longer sharing a mesh with other objects: {', '.join(self._parted)}"
         if self._replaced:
             yield f"hidden, since a mesh takes the place: {', '.join(self._replaced)}"
+        if self._sculpts:
+            yield ("hidden with the sculpt of its Multires modifier, since a mesh with other faces "
+                   f"takes the place: {', '.join(self._sculpts)}")
         hidden = [obj.name for obj in self._received
                   if not obj.visible_get() and self._is_in_this_scene(obj)]
         if hidden:

@@ -13,11 +13,24 @@ from . import details, mesh_in, mesh_out, objects, placing
 from .vek_exchange import VekError
 
 
+def check(obj):
+    """VekError for an object that nothing can be put into."""
+    if obj.library:
+        raise VekError(f"The object is part of another Blender file and stays as it is: {obj.name}")
+
+
+def would_end_a_sculpt(obj, given, matrix):
+    """A Multires modifier has its sculpt by the faces of the mesh, and loses it with them."""
+    if not any(each.type == "MULTIRES" and each.total_levels for each in obj.modifiers):
+        return False
+    mesh = obj.data
+    return (len(mesh.vertices) != len(given.vertices)
+            or not np.array_equal(mesh_out.faces_of(mesh)[0], _turned(given, matrix)[0]))
+
+
 def put(obj, given, matrix):
     """Words for what the object lost. VekError when it cannot have the mesh; it is then as it
     was."""
-    if obj.library:
-        raise VekError(f"The object is part of another Blender file and stays as it is: {obj.name}")
     local = placing.to_local(given.vertices, matrix, obj.name)
     faces, uvs = _turned(given, matrix)
     mesh = _own_mesh(obj)
@@ -45,8 +58,8 @@ def put(obj, given, matrix):
 
 
 def take_the_place_of(other, given, matrix):
-    """An object that can have the mesh, in place of a text, a curve and the like, which is hidden.
-    It is the child of the other, so that it is where that is."""
+    """A new object with the mesh, in place of one that cannot have it, as a text or a curve, which
+    is hidden. It is the child of the other, so that it is where that is."""
     local = placing.to_local(given.vertices, matrix, other.name)
     mesh = mesh_in.new_mesh(other.name, local, *_turned(given, matrix))
     for slot in other.material_slots:
@@ -131,13 +144,7 @@ def _give_new_faces(mesh, faces):
     details.strip_faces(mesh)
     work = bmesh.new()
     work.from_mesh(mesh)
-    for edge in list(work.edges):
-        work.edges.remove(edge)
-    vertices = list(work.verts)
-    for number, (a, b, c, d) in enumerate(faces.tolist()):
-        corners = (a, b, c) if d < 0 else (a, b, c, d)
-        work.faces.new([vertices[corner] for corner in corners]).index = number
-    work.faces.sort()  # they are made wherever there is room
+    bmesh.ops.delete(work, geom=work.edges[:], context="EDGES_FACES")
     work.to_mesh(mesh)
     work.free()
-    mesh.update()
+    mesh_in.fill_faces(mesh, faces)

@@ -7,61 +7,29 @@ import time
 
 import bpy
 
-from . import bridge
+from . import bridge, running
 from .vek_exchange import VekError
 from .work import shown
 
 _INTERVAL = 0.5  # seconds
 _OLD = 120.0  # seconds after which an order is no longer what the user waits for
-
-
-def _note():
-    return bridge.app_file("Blender_Running.txt")
+_LATE = "Dorvia sent objects some time ago; press Receive to get them."
 
 
 def _order():
     return bridge.app_file("Blender_Order.txt")
 
 
-def _noted_process():
-    try:
-        with open(_note(), encoding="ascii") as note:
-            return int(note.read().split("=")[1])
-    except (OSError, ValueError, IndexError):
-        return None
-
-
-def _is_alive(process):
-    try:
-        os.kill(process, 0)
-    except ProcessLookupError:
-        return False
-    except OSError:
-        pass  # somebody else's
-    return True
-
-
-def _answers():
-    """Whether it is this Blender that answers. Where none does, it is from now on."""
-    process = _noted_process()
-    if process == os.getpid():
-        return True
-    if process is not None and _is_alive(process):
-        return False
-    try:
-        with open(_note(), "w", encoding="ascii") as note:
-            note.write(f"PID = {os.getpid()}\n")
-    except OSError:
-        return False
-    return True
-
-
 def _took_an_order():
+    """Whether there was one that the user still waits for."""
     try:
         age = time.time() - os.stat(_order()).st_mtime
         os.remove(_order())
     except OSError:
         return False
+    if age >= _OLD:
+        bpy.context.window_manager.vek_message = _LATE
+        _redraw()
     return age < _OLD
 
 
@@ -71,7 +39,7 @@ def _keep_order():
         if time.time() - os.stat(_order()).st_mtime < _OLD:
             os.utime(_order())
         else:
-            os.remove(_order())
+            _took_an_order()
     except OSError:
         pass  # taken away, or not ours to change
 
@@ -115,15 +83,19 @@ def _show_waiting(is_waiting):
     manager = bpy.context.window_manager
     if manager.vek_waiting != is_waiting:
         manager.vek_waiting = is_waiting
-        for window in manager.windows:
-            for area in window.screen.areas:
-                if area.type == "VIEW_3D":
-                    area.tag_redraw()
+        _redraw()
+
+
+def _redraw():
+    for window in bpy.context.window_manager.windows:
+        for area in window.screen.areas:
+            if area.type == "VIEW_3D":
+                area.tag_redraw()
 
 
 def _watch():
     _show_project()
-    ordered = _answers() and os.path.exists(_order())
+    ordered = running.answers() and os.path.exists(_order())
     must_wait = ordered and _is_user_busy()
     _show_waiting(must_wait)
     if must_wait:
@@ -136,19 +108,11 @@ def _watch():
 def register():
     if not bpy.app.background:
         bpy.app.timers.register(_watch, first_interval=_INTERVAL, persistent=True)
-        atexit.register(_take_the_note_away)
+        atexit.register(running.take_the_note_away)
 
 
 def unregister():
     if bpy.app.timers.is_registered(_watch):
         bpy.app.timers.unregister(_watch)
-    atexit.unregister(_take_the_note_away)
-    _take_the_note_away()
-
-
-def _take_the_note_away():
-    if _noted_process() == os.getpid():
-        try:
-            os.remove(_note())
-        except OSError:
-            pass  # the process is soon gone, which says the same
+    atexit.unregister(running.take_the_note_away)
+    running.take_the_note_away()

@@ -1,47 +1,48 @@
-"""Undo takes back what was done in the scene, and not that an object has a file: what is sent,
-undone and sent again would get a second file else."""
+"""Undo takes back what was done in the scene, and not that Send has made a file for an object: what
+is sent, undone and sent again would get a second file else.
+
+An object is known again by its place in memory, which Blender keeps where an undo finds the object
+before and after; names may go over to other objects. Only files that Blender has made are given
+again: the host's must never go to an object that is not theirs."""
 
 import bpy
 from bpy.app.handlers import persistent
 
 from . import objects
 
-_before = {}  # lines by the names of objects, as they were before the step
-_gone = {}  # of objects that an undo took away, in case that a redo brings them back
+_made = set()  # lines of files that Send has made for objects since this scene was opened
+_before = {}  # lines by the objects' places in memory, as they were before the step
 
 
-def _lines():
-    return {obj.name: objects.line_of(obj) for obj in bpy.data.objects if objects.line_of(obj)}
+def remember_made(line):
+    _made.add(line)
 
 
 @persistent
 def _note_lines(*_):
     _before.clear()
-    _before.update(_lines())
+    for obj in bpy.data.objects:
+        if objects.line_of(obj) in _made:
+            _before[obj.as_pointer()] = objects.line_of(obj)
 
 
 @persistent
-def _keep_lines(*_):
-    _gone.update((name, line) for name, line in _before.items() if name not in bpy.data.objects)
-    _give(_before)
-
-
-@persistent
-def _keep_lines_in_redo(*_):
-    _give({**_gone, **_before})
-
-
-def _give(wanted):
-    now = _lines()
-    in_use = set(now.values())
-    for name, line in wanted.items():
-        obj = bpy.data.objects.get(name)
-        if obj and not obj.library and now.get(name) != line and line not in in_use:
+def _give_lines(*_):
+    in_use = {objects.line_of(obj) for obj in bpy.data.objects}
+    for obj in bpy.data.objects:
+        line = _before.get(obj.as_pointer())
+        if line and line not in in_use and not obj.library:
             objects.remember_line(obj, line)
 
 
-_HANDLERS = (("undo_pre", _note_lines), ("undo_post", _keep_lines), ("redo_pre", _note_lines),
-             ("redo_post", _keep_lines_in_redo))
+@persistent
+def _forget(*_):
+    _made.clear()
+    _before.clear()
+
+
+_HANDLERS = (("undo_pre", _note_lines), ("undo_post", _give_lines), ("redo_pre", _note_lines),
+             ("redo_post", _give_lines), ("load_post", _forget))
 
 
 def register():
