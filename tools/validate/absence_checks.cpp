@@ -2,6 +2,7 @@
 
 #include "tools/validate/changed_calls.h"
 #include "tools/validate/guarded_memory.h"
+#include "tools/validate/trace.h"
 
 // What an export does without one of the things that it is given, or all of them.
 
@@ -48,6 +49,21 @@ void expectWithout(Session& session, const StatedCall& call, const Piece& piece)
                    std::string("with its ") + piece.name + " null");
 }
 
+// A null text is the empty text: nothing that the call leaves tells the two apart.
+void expectAsEmpty(const Settings& settings, Report& report, const StatedCall& call,
+                   const Piece& piece) {
+    HostBlock nothing = HostBlock::in("");
+    const Trace empty = traceOf(settings, report, call, [&](Arguments& arguments) {
+        piece.pointer(arguments) = nothing.data();
+    });
+    const Trace null = traceOf(settings, report, call,
+                               [&](Arguments& arguments) { piece.pointer(arguments) = nullptr; });
+    for (const std::string& difference : differences(empty, null)) {
+        report.finds(std::string(call.name) + " with its " + piece.name +
+                     " null instead of empty " + difference);
+    }
+}
+
 // The empty text is written as text; as a number nothing is.
 void expectWritingNothing(Session& session) {
     const std::string prefs = tree::hub("prefs.txt");
@@ -79,6 +95,10 @@ void checkNulls(const Settings& settings, Report& report) {
         forEachPrepared(
             settings, report, tree::make, has,
             [&](Session& session, const StatedCall& call) { expectWithout(session, call, piece); });
+        forEachExport([&](const StatedCall& call) {
+            if (piece.kind(call) == BlockKind::IN_TEXT)
+                expectAsEmpty(settings, report, call, piece);
+        });
     }
     tree::make();
     Session session(settings, report);
