@@ -47,8 +47,8 @@ std::vector<Change> failingCalls(const StatedCall& call) {
         if (hasKey) arguments.block1 = nullptr;
         if (entry.block2 == BlockKind::IN_TEXT) arguments.block2 = nullptr;
     };
-    const bool usesNothing = !call.text && entry.value.empty();
-    if (!usesNothing && !startsItsText(call)) changes.emplace_back(giveNothing);
+    const bool usesAny = call.text || !entry.value.empty();
+    if (usesAny && !startsItsText(call)) changes.emplace_back(giveNothing);
     if (call.text) changes.emplace_back(giveNull);
     if (hasKey) changes.emplace_back(giveNoKey);
     if (ordinaryCalls(call).size() > 1) {
