@@ -5,7 +5,7 @@
 volatile std::size_t s_length;
 
 // Measures its text without looking whether there is one, where there is no block either.
-WRONG(OpenFileDialog) {
+WRONG(VekAppInstall) {
     if (!buffer1) s_length = std::strlen(text);
-    return REAL(OpenFileDialog);
+    return REAL(VekAppInstall);
 }
