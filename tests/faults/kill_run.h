@@ -14,6 +14,13 @@ enum class Found {
     Half      // neither
 };
 
+struct States {
+    std::string before, after;
+};
+// Whether each byte is at its place in one of the two; behind the end of one of them also a line
+// feed. So is what is read while one is written over the other, whoever is ahead at which page.
+bool isOfBoth(const std::string& bytes, const States& states);
+
 struct Killing {
     const char* name;
     // The one that is rewritten.
@@ -22,8 +29,10 @@ struct Killing {
     std::function<void()> prepare;
     // The n-th call, from 0 on.
     std::function<void(int n)> call;
-    // What a look at the files finds, in the n-th call.
-    std::function<Found(int n)> look;
+    // What the file's bytes are, in the n-th call.
+    std::function<Found(int n, const std::string& bytes)> look;
+    // The file before and after the n-th call.
+    std::function<States(int n)> states;
     // Whether what is half-written has lost no more than it may.
     std::function<bool(int n)> mayBeHalf = [](int) { return false; };
     // Whether what the n-th call took, when it is found done, is where it was to go.
@@ -38,6 +47,7 @@ struct KillCounts {
     int lost = 0;   // of those that are half-written
     int taken = 0;  // of those as after the call: what has not arrived
     long readings = 0, readRefused = 0, readHalf = 0;
+    long readForeign = 0;  // of the half and the refused ones: what is not of both states
 
     std::string text(const char* name) const;
 };

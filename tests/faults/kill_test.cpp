@@ -25,13 +25,17 @@ namespace {
 using Lines = std::vector<std::string>;
 
 // As readers of the tree's files do: blank lines do not count.
-Lines linesOf(const std::string& path) {
-    std::istringstream stream(readFile(path));
+Lines linesIn(const std::string& text) {
+    std::istringstream stream(text);
     Lines lines;
     for (std::string line; std::getline(stream, line);) {
         if (!line.empty()) lines.push_back(line);
     }
     return lines;
+}
+
+Lines linesOf(const std::string& path) {
+    return linesIn(readFile(path));
 }
 
 std::string textOf(const Lines& lines) {
@@ -83,8 +87,12 @@ protected:
             if (n % 2 == 0) m_library.call("AddVekObject", object(n));
             if (n % 2 == 1) m_library.call("ExtractVekObject");
         };
-        killing.look = [list](int n) {
-            const Lines lines = linesOf(Tree::objectList());
+        killing.states = [list](int n) {
+            const std::string without = textOf(list), with = object(n - n % 2) + "\n" + without;
+            return n % 2 == 0 ? States{without, with} : States{with, without};
+        };
+        killing.look = [list](int n, const std::string& bytes) {
+            const Lines lines = linesIn(bytes);
             Lines with = list;
             with.insert(with.begin(), object(n - n % 2));
             const bool isWith = lines == with;
@@ -113,13 +121,16 @@ protected:
             int number = value(n);
             m_library.preference("WriteConfigPrefAsInt", path, "key", &number);
         };
-        killing.look = [=](int n) {
-            Lines lines = linesOf(path);
-            const auto with = [&](int number) {
-                Lines expected = others;
-                expected.insert(expected.begin(), "KEY = " + std::to_string(number));
-                return expected;
-            };
+        const auto with = [=](int number) {
+            Lines expected = others;
+            expected.insert(expected.begin(), "KEY = " + std::to_string(number));
+            return expected;
+        };
+        killing.states = [=](int n) {
+            return States{textOf(with(value(n + 2))), textOf(with(value(n)))};
+        };
+        killing.look = [=](int n, const std::string& bytes) {
+            const Lines lines = linesIn(bytes);
             if (lines == with(value(n))) return Found::After;
             return lines == with(value(n + 2)) ? Found::Before : Found::Half;
         };
@@ -140,8 +151,10 @@ protected:
         killing.file = path;
         killing.prepare = [=] { writeFile(path, first); };
         killing.call = call;
-        killing.look = [=](int n) {
-            const std::string now = readFile(path);
+        killing.states = [=](int n) {
+            return n % 2 == 0 ? States{first, second} : States{second, first};
+        };
+        killing.look = [=](int n, const std::string& now) {
             if (now == (n % 2 == 0 ? second : first)) return Found::After;
             if (now == (n % 2 == 0 ? first : second)) return Found::Before;
             // What a scene begins with is no magic.
@@ -223,6 +236,7 @@ protected:
         std::filesystem::remove(taken);
         EXPECT_EQ(restOfTheTree(killing.file), rest) << "another file has changed";
         EXPECT_EQ(counts.lost, 0) << "more is lost than may be";
+        EXPECT_EQ(counts.readForeign, 0) << "a reader saw what neither state has at its place";
         std::printf("%s%s\n", counts.text(killing.name).c_str(), situation);
         EXPECT_EQ(counts.kills, kills);
         EXPECT_GT(counts.readings, 0) << "nothing was read meanwhile";
@@ -234,6 +248,17 @@ protected:
 };
 
 }  // namespace
+
+TEST(HalfReading, HasEachByteAtItsPlaceInOneOfBothStates) {
+    const States states = {"old one\n", "new\n"};
+    EXPECT_TRUE(isOfBoth("old one\n", states));
+    EXPECT_TRUE(isOfBoth("ned one\n", states));
+    EXPECT_TRUE(isOfBoth("new\n\n\n\n\n", states));
+    EXPECT_TRUE(isOfBoth("", states));
+    EXPECT_FALSE(isOfBoth("new\none\n\n", states)) << "longer than both";
+    EXPECT_FALSE(isOfBoth("ne_ one\n", states));
+    EXPECT_FALSE(isOfBoth("lod one\n", states)) << "at other places";
+}
 
 TEST_F(Killed, WhileItAddsAnObjectLeavesAWholeList) {
     EXPECT_EQ(run(listOf(20, false)).half, 0);

@@ -74,7 +74,7 @@ TEST(Check, HasTheSignalNamedThatEndedIt) {
     ASSERT_EQ(result["checks"].size(), 1u);
     EXPECT_EQ(result["checks"][0]["signal"], "SIGSEGV");
     const std::string finding = result["checks"][0]["findings"].back();
-    EXPECT_NE(finding.find("in FindVekApp null"), std::string::npos) << finding;
+    EXPECT_NE(finding.find("in VekAppInstall null"), std::string::npos) << finding;
 }
 
 TEST(Check, NamesTheCallThatAnExceptionCameOutOf) {

@@ -2,6 +2,7 @@
 
 #include "tools/validate/changed_calls.h"
 #include "tools/validate/guarded_memory.h"
+#include "tools/validate/trace.h"
 
 // What an export does without one of the things that it is given, or all of them.
 
@@ -48,6 +49,27 @@ void expectWithout(Session& session, const StatedCall& call, const Piece& piece)
                    std::string("with its ") + piece.name + " null");
 }
 
+// Whether the text goes into a file.
+bool recordsText(const StatedCall& call) {
+    for (const char* name : {"InitializeVek", "AddVekObject", "AddVekObjectToList", "VekAppInstall",
+                             "WriteVekAppPath"}) {
+        if (std::string(name) == call.name) return true;
+    }
+    return false;
+}
+
+// A null text is the empty text, also in the file.
+void expectAsEmpty(const Settings& settings, Report& report, const StatedCall& call) {
+    HostBlock nothing = HostBlock::in("");
+    const Trace empty = traceOf(settings, report, call,
+                                [&](Arguments& arguments) { arguments.text = nothing.data(); });
+    const Trace null =
+        traceOf(settings, report, call, [](Arguments& arguments) { arguments.text = nullptr; });
+    for (const std::string& difference : differences(empty, null)) {
+        report.finds(std::string(call.name) + " with its text null instead of empty " + difference);
+    }
+}
+
 // The empty text is written as text; as a number nothing is.
 void expectWritingNothing(Session& session) {
     const std::string prefs = tree::hub("prefs.txt");
@@ -80,6 +102,9 @@ void checkNulls(const Settings& settings, Report& report) {
             settings, report, tree::make, has,
             [&](Session& session, const StatedCall& call) { expectWithout(session, call, piece); });
     }
+    forEachExport([&](const StatedCall& call) {
+        if (recordsText(call)) expectAsEmpty(settings, report, call);
+    });
     tree::make();
     Session session(settings, report);
     expectWritingNothing(session);

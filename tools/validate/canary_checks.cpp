@@ -81,19 +81,6 @@ void expectFillAround(Session& session, const StatedCall& call, const Change& ch
     expectFill(entry.block2, bytes2, "second");
 }
 
-// Where there is nothing with this index, no file, no key.
-void giveNothing(Arguments& arguments) {
-    arguments.value = 7.0;
-    if (!arguments.text) return;
-    arguments.setText(tree::hub("nowhere.txt"));
-}
-
-void giveNoKey(Arguments& arguments) {
-    if (!arguments.text) return;
-    arguments.own1 = HostBlock::in("NOWHERE");
-    arguments.block1 = arguments.own1.data();
-}
-
 }  // namespace
 
 void checkCanaries(const Settings& settings, Report& report) {

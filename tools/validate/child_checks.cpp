@@ -4,7 +4,7 @@
 
 #include "tools/validate/descendants.h"
 #include "tools/validate/process_state.h"
-#include "tools/validate/session.h"
+#include "tools/validate/trace.h"
 
 namespace {
 
@@ -70,7 +70,9 @@ void checkProcesses(const Settings& settings, Report& report) {
     expectNone(report, left, "unloading");
     forEachPrepared(settings, report, tree::make, [&](Session& session, const StatedCall& call) {
         left.forget();
-        session.call(call, Arguments(call));
-        expectNone(report, left, call.name);
+        forEachCall(session, call, [&](const Arguments& arguments) {
+            session.call(call, arguments);
+            expectNone(report, left, session.last());
+        });
     });
 }

@@ -7,6 +7,7 @@
 
 #include "tools/validate/results.h"
 #include "tools/validate/shifted_clock.h"
+#include "tools/validate/stand_ins.h"
 
 namespace {
 
@@ -60,10 +61,15 @@ void expectInstalling(Session& session) {
     session.expect(1.0f, "VekAppInstall", "/Applications/New", 7.0, none.data());
 }
 
-void expectCommands(Session& session) {
+void expectCommands(Session& session, const std::string& scratch) {
     for (const char* name : {"CallVekAppCommand", "CallVekAppCommandAsAdmin"}) {
         remove(kArguments.c_str());
+        takeAsked(scratch);
         session.expect(0.0f, name, "edit_command");
+        const bool asksAdmin = takeAsked(scratch).compare(0, 10, "osascript\n") == 0;
+        session.expectThat(asksAdmin == (std::string(name) == "CallVekAppCommandAsAdmin"),
+                           std::string(name) + (asksAdmin ? " asked" : " did not ask") +
+                               " for an administrator's password");
         session.expectThat(tree::isThere(kArguments),
                            std::string(name) + " did not run the command");
         session.expect(-1.0f, name, "FOO");
@@ -134,7 +140,7 @@ void checkControlResults(const Settings& settings, Report& report) {
     Session session(settings, report);
     session.expect(1.0f, "InitializeVek", "/Applications");
     expectInstalling(session);
-    expectCommands(session);
+    expectCommands(session, settings.scratch);
     expectOpening(session);
     expectRunning(session);
 }

@@ -9,6 +9,9 @@ void expectAdding(Session& session) {
     tree::write(kList, "B\n");
     session.expect(1.0f, "AddVekObject", "A");
     session.expectFile(kList, "A\nB\n");
+    session.expect(1.0f, "AddVekObject", "A");
+    session.expectFile(kList, "A\nA\nB\n");
+    tree::write(kList, "A\nB\n");
     session.expect(0.0f, "AddVekObjectToList", "C");
     session.expectFile(kList, "A\nB\nC\n");
     // Blanks are taken off by who reads the list.
@@ -43,6 +46,13 @@ void expectReading(Session& session) {
     }
     tree::write(kList, "A\nB\nC\n");
     session.expect(3.0f, "ReadVekObjectList");
+    std::string many;
+    for (int i = 0; i < 100; ++i) many += "object" + std::to_string(i) + "\n";
+    tree::write(kList, many);
+    session.expect(100.0f, "ReadVekObjectList");
+    HostBlock last = HostBlock::out();
+    session.expect(0.0f, "GetVekObjectPath", "", 99.0, last.data());
+    session.expectText(last, "object99");
     tree::write(kList, "");
     session.expect(0.0f, "ReadVekObjectList");
     session.expect(0.0f, "ReleaseVekObjectList");

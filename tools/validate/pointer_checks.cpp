@@ -60,16 +60,20 @@ void checkGuardPages(const Settings& settings, Report& report) {
     const auto atBegin = [&](const char* bytes, std::size_t count) {
         return memory.putAtBegin(bytes, count);
     };
-    expectOfChanged(settings, report, "with blocks that end with a page", &StatedCall::ordinary,
-                    [&](Arguments& arguments, const ExportEntry& entry) {
-                        memory.clear();
-                        placeAll(arguments, entry, atEnd);
-                    });
-    expectOfChanged(settings, report, "with blocks that begin with a page", &StatedCall::ordinary,
-                    [&](Arguments& arguments, const ExportEntry& entry) {
-                        memory.clear();
-                        placeAll(arguments, entry, atBegin);
-                    });
+    const auto expectAt = [&](const char* when, const auto& place) {
+        forEachPrepared(settings, report, tree::make,
+                        [&](Session& session, const StatedCall& call) {
+                            for (const Change& change : ordinaryCalls(call)) {
+                                Arguments arguments(call);
+                                change(arguments);
+                                memory.clear();
+                                placeAll(arguments, entryOf(call), place);
+                                session.expect(call.ordinary, call, arguments, when);
+                            }
+                        });
+    };
+    expectAt("with blocks that end with a page", atEnd);
+    expectAt("with blocks that begin with a page", atBegin);
 }
 
 void checkUnusedArguments(const Settings& settings, Report& report) {

@@ -53,17 +53,21 @@ namespace {
 
 using TakeState = ProcessState (*)();
 
-// Holds what is there after the ordinary call against what was there before it.
+// Holds what is there after each call against what was there before it.
 void expectTheSame(Session& session, const StatedCall& call,
                    std::initializer_list<TakeState> states) {
     std::vector<ProcessState> before;
     for (const TakeState state : states) before.push_back(state());
-    session.call(call, Arguments(call));
-    auto was = before.begin();
-    for (const TakeState state : states) {
-        for (const std::string& difference : differences(*was++, state()))
-            session.report().finds("after " + std::string(call.name) + " " + difference);
-    }
+    forEachCall(session, call, [&](const Arguments& arguments) {
+        session.call(call, arguments);
+        auto was = before.begin();
+        for (const TakeState state : states) {
+            ProcessState is = state();
+            for (const std::string& difference : differences(*was, is))
+                session.report().finds("after " + session.last() + " " + difference);
+            *was++ = std::move(is);
+        }
+    });
 }
 
 }  // namespace
@@ -126,6 +130,7 @@ void checkSilence(const Settings& settings, Report& report) {
     }
     forEachPrepared(settings, report, tree::make, [&](Session& session, const StatedCall& call) {
         const Listening listening(settings, report, call.name);
-        session.call(call, Arguments(call));
+        forEachCall(session, call,
+                    [&](const Arguments& arguments) { session.call(call, arguments); });
     });
 }

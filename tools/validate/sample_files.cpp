@@ -37,14 +37,15 @@ std::string sceneAround(const std::string& uvs, const std::string& edges,
 
 }  // namespace
 
-std::string tree::exchangeFile() {
+std::string tree::exchangeFile(float coordinate, float mapNumber) {
     std::string bytes = "Vekb" + std::string(kHeaderSize - 4, '\0');
-    bytes += block(10001, kVertices, packed<float>({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
+    bytes +=
+        block(10001, kVertices, packed<float>({coordinate, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
     bytes += block(20001, 2, packed<std::int32_t>({0, 1, 2, -1, 0, 1, 2, 3}));
     bytes += block(25001, 2, packed<std::int32_t>({10, 11, 12, 13, 20, 21, 22, 23}));
     bytes += block(45001, 0, std::string("C:\\maps\\zero.png") + '\0');
     bytes += block(50001, 0, std::string("maps/one.png") + '\0');
-    bytes += block(55001, 0, std::string("maps\\two.png") + '\0', 0.5f);
+    bytes += block(55001, 0, std::string("maps\\two.png") + '\0', mapNumber);
     return bytes + std::string(16, '\0');
 }
 

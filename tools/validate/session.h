@@ -44,7 +44,8 @@ public:
         if (!holds) m_report.finds(otherwise);
     }
 
-    bool isThrown() const { return m_isThrown; }  // of the last call
+    const std::string& last() const { return m_last; }  // the last call, for messages
+    bool isThrown() const { return m_isThrown; }        // of the last call
     const Library& library() const { return m_library; }
     Report& report() { return m_report; }
 

@@ -1,6 +1,7 @@
 #include <filesystem>
 
 #include "tools/validate/results.h"
+#include "tools/validate/stand_ins.h"
 
 namespace {
 
@@ -19,6 +20,23 @@ void expectRecords(Session& session) {
     for (const std::string& file : {config, tree::app("Alpha", "Vek_Config.txt")}) {
         session.expectThat(hasLine(file, "APPS_UNLOCKED = TRUE"),
                            "InitializeVek did not set APPS_UNLOCKED in " + file);
+    }
+}
+
+// The bundles of the hub and of an application are freed from what keeps a downloaded one from
+// being started.
+void expectUnlocking(Session& session, const std::string& scratch) {
+    const std::string bundles[] = {tree::hub("VekLocateApp.app"), tree::app("Alpha", "Helper.app")};
+    for (const std::string& bundle : bundles) {
+        tree::makeFolder(bundle);
+        tree::write(tree::hub("Vek_Config.txt"), "");
+        tree::write(tree::app("Alpha", "Vek_Config.txt"), "");
+        takeAsked(scratch);
+        session.expect(1.0f, "InitializeVek", "/Applications");
+        session.expectThat(
+            takeAsked(scratch) == "xattr\n-d\ncom.apple.quarantine\n" + bundle + "\n",
+            "InitializeVek did not take the quarantine off " + bundle);
+        std::filesystem::remove(bundle);
     }
 }
 
@@ -45,5 +63,6 @@ void checkSetupResults(const Settings& settings, Report& report) {
     tree::make();
     Session session(settings, report);
     expectRecords(session);
+    expectUnlocking(session, settings.scratch);
     expectCounts(session);
 }

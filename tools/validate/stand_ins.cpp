@@ -16,9 +16,15 @@ std::string choiceIn(const std::string& scratch) {
     return scratch + "/choice";
 }
 
+std::string askedIn(const std::string& scratch) {
+    return scratch + "/asked";
+}
+
+// Each writes down what it was called with.
 void add(const std::string& scratch, const std::string& name, const std::string& script) {
     const std::string path = folderIn(scratch) + "/" + name;
-    tree::write(path, "#!/bin/sh\n" + script);
+    tree::write(path, "#!/bin/sh\nprintf '%s\\n' " + name + " \"$@\" 2>/dev/null >'" +
+                          askedIn(scratch) + "'\n" + script);
     chmod(path.c_str(), 0755);
 }
 
@@ -41,6 +47,12 @@ void useStandIns(const std::string& scratch) {
     const char* const path = getenv("PATH");
     setenv("PATH", (folderIn(scratch) + ":" + (path ? path : "/usr/bin:/bin")).c_str(), 1);
     tree::write(choiceIn(scratch), std::string(kChosenPath) + "\n");
+}
+
+std::string takeAsked(const std::string& scratch) {
+    const std::string asked = tree::read(askedIn(scratch));
+    unlink(askedIn(scratch).c_str());
+    return asked;
 }
 
 void chooseNothing(const std::string& scratch) {

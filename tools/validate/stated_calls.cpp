@@ -67,7 +67,7 @@ constexpr StatedCall kCalls[] = {
     {"WriteConfigPrefAsBool", PREFS, 0, "YES", "0", kYesNo,                                     1, 1, 1, 0, 0, 0, 1, 1},
     {"WriteConfigPrefAsInt", PREFS, 0, "WHOLE", "12345", kYesNo,                                1, 1, 1, 0, 0, 0, 1, 1},
     {"WriteConfigPrefAsFloat", PREFS, 0, "REAL", "2.25", kYesNo,                                1, 1, 1, 0, 0, 0, 1, 1},
-    {"SetItemPos", "Tool:Export", 1, "Tool:Import", kNone, kDone,                               0, 0, 0, -1, -1, 0, 0, 0},
+    {"SetItemPos", "Tool:Last", 1, "Tool:Import", kNone, kDone,                               0, 0, 0, -1, -1, 0, 0, 0},
 };
 
 constexpr const char* kListed[] = {

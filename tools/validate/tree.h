@@ -46,8 +46,10 @@ std::string kindOf(const std::string& entry);
 std::vector<std::string> changedFiles(const Files& before, const Files& after);
 
 // An exchange file: vertices, a triangle and a quad, the values at their corners, and the three
-// maps.
-std::string exchangeFile();
+// maps. The numbers are the first coordinate, and the one that the last map has.
+std::string exchangeFile(float coordinate = 1.0f, float mapNumber = 0.5f);
+// Where it says how many vertices there are, in 4 bytes.
+constexpr std::size_t kVertexCountAt = 40;
 // A part of it that is turned as one, and where it lies.
 struct Part {
     enum Kind { Vertex, Triangle, Quad } kind;

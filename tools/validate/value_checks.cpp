@@ -1,4 +1,5 @@
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 
@@ -83,6 +84,41 @@ void expectNoOddMap(Session& session) {
     }
 }
 
+void expectTurned(Session& session, const std::string& bytes, const std::string& what) {
+    tree::write(tree::project("mesh.vek"), bytes);
+    for (const char* name : {"VekPostExport", "VekPreImport"}) {
+        const StatedCall& call = statedCall(name);
+        session.expect(0.0f, call, Arguments(call), what);
+    }
+}
+
+// A mesh may hold any number: as a coordinate, as what a map has, as the count of its vertices, of
+// which fewer are there.
+void expectOddNumbersInMeshes(Session& session) {
+    for (const char* name : {"VekSetExportScale", "VekSetExportOffsetX", "VekSetExportOffsetY",
+                             "VekSetExportOffsetZ"}) {
+        session.expect(0.0f, name, "", 2.0);
+    }
+    const StatedCall& map = statedCall("GetFirstObjectTextureFileName");
+    for (const double value : kOddNumbers) {
+        const auto number = static_cast<float>(value);
+        expectTurned(session, tree::exchangeFile(number),
+                     "for a mesh with the coordinate " + asText(value));
+        const std::string what = "for a mesh with a map of " + asText(value);
+        expectTurned(session, tree::exchangeFile(1.0f, number), what);
+        session.expect(0.0f, map, Arguments(map), what);
+    }
+    for (const std::uint32_t count : {0u, 1000001u, 0x7fffffffu, 0x80000000u, 0xffffffffu}) {
+        std::string bytes = tree::exchangeFile();
+        std::memcpy(&bytes[tree::kVertexCountAt], &count, sizeof count);
+        const std::string what = "for a mesh said to have " + std::to_string(count) + " vertices";
+        expectTurned(session, bytes, what);
+        const float result = session.call(map, Arguments(map));
+        session.expectThat(isPossible(map.results, result),
+                           session.last() + " gave " + asText(result) + " " + what);
+    }
+}
+
 }  // namespace
 
 void checkNumbers(const Settings& settings, Report& report) {
@@ -96,6 +132,7 @@ void checkNumbers(const Settings& settings, Report& report) {
     expectOddNumbersWritten(session);
     expectOddPlacing(session);
     expectNoOddMap(session);
+    expectOddNumbersInMeshes(session);
     forEachExport([&](const StatedCall& call) {
         const std::string_view use = entryOf(call).value;
         const bool takesIndex = use.find("index") != use.npos;

@@ -4,8 +4,8 @@
 
 volatile std::size_t s_length;
 
-// Measures its text without looking whether there is one.
-WRONG(FindVekApp) {
-    s_length = std::strlen(text);
-    return REAL(FindVekApp);
+// Measures its text without looking whether there is one, where there is no block either.
+WRONG(VekAppInstall) {
+    if (!buffer1) s_length = std::strlen(text);
+    return REAL(VekAppInstall);
 }
