@@ -24,7 +24,8 @@ fail() {
 # The Blender that answers to orders has left its process id here.
 is_running() {
     pid=$(sed -n 's/^PID = \([0-9][0-9]*\)$/\1/p' "$folder/Blender_Running.txt" 2>/dev/null)
-    [ -n "$pid" ] && ps -p "$pid" -o comm= 2>/dev/null | grep -qi 'blender[^/]*$'
+    [ -n "$pid" ] && ps -p "$pid" -o comm= 2>/dev/null | grep -qi 'blender[^/]*$' &&
+        [ "$(ps -p "$pid" -o uid= | tr -d ' ')" = "$(id -u)" ]
 }
 
 empty "$report"

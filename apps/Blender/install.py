@@ -38,7 +38,8 @@ def put_in_place(source, target, tree):
     fresh = target + ".new"
     shutil.rmtree(fresh, ignore_errors=True)
     shutil.copytree(source, fresh, ignore=shutil.ignore_patterns("__pycache__"))
-    with open(os.path.join(fresh, "Vek_Tree.txt"), "w", encoding="utf-8") as note:
+    with open(os.path.join(fresh, "Vek_Tree.txt"), "w", encoding="utf-8",
+              errors="surrogateescape") as note:
         note.write(tree + "\n")
     if os.path.islink(target):
         os.unlink(target)

@@ -7,14 +7,25 @@ folder=$(cd "$(dirname "$0")" && pwd)
 . "$folder/common.sh"
 umask 0 # the next user's bridge writes this file too
 
+# The other lines of the configuration; fails where they cannot be read or written.
+other_lines() {
+    [ -f "$config" ] || return 0
+    [ -r "$config" ] || return 1
+    with_bytes tr '\r' '\n' <"$config" |
+        with_bytes grep -aiv '^[[:blank:]]*PATH[[:blank:]]*=' |
+        with_bytes grep -aiv '^[[:blank:]]*USER_HOME[[:blank:]]*=' | with_bytes grep -a .
+    [ $? -le 1 ] # 1: there are none
+}
+
 note() {
-    {
-        [ -z "$1" ] || printf 'PATH = "%s"\n' "$1"
-        printf 'USER_HOME = "%s"\n' "${HOME-}"
-        [ ! -f "$config" ] || with_bytes tr '\r' '\n' <"$config" |
-            with_bytes grep -aiv '^[[:blank:]]*PATH[[:blank:]]*=' |
-            with_bytes grep -aiv '^[[:blank:]]*USER_HOME[[:blank:]]*=' | with_bytes grep -a .
-    } >"$config.new"
+    if ! {
+        { [ -z "$1" ] || printf 'PATH = "%s"\n' "$1"; } &&
+            printf 'USER_HOME = "%s"\n' "${HOME-}" && other_lines
+    } >"$config.new"; then
+        rm -f "$config.new"
+        echo "The configuration cannot be written: $config" >&2
+        exit 1
+    fi
     mv "$config.new" "$config"
 }
 

@@ -230,6 +230,7 @@ CASES = {
     "added": (send_eggs(1), "added"),
     "undo": (send_eggs(10), "undone"),
     "sent, undone, sent": (send_eggs(1), "sent_undone_sent"),
+    "sent modifier undone": (send_eggs(1), "sent_modifier_undone"),
     "own after undo": (send_eggs(1), "own_after_undo"),
     "own in another scene file": (send_eggs(1), "own_in_another_scene_file"),
     "own after deleting": (send_eggs(1), "own_after_deleting"),

@@ -38,6 +38,11 @@ def test_undo_gives_no_file_of_the_host_to_an_object_of_the_users(results, case)
     assert result.host.names_back() == ["Egg 0_2"]
 
 
+def test_a_modifier_that_was_sent_is_switched_off_though_sending_was_undone(results):
+    result = results("sent modifier undone")
+    assert result.found["shown"] is False, result.said
+
+
 def test_an_object_that_undo_names_otherwise_keeps_its_file(results):
     assert results("renamed and undone").found["files"] == ["Other.vek"]
 
@@ -59,8 +64,8 @@ def test_lines_of_the_same_file_are_one_object(results, case):
 
 def test_letter_case_makes_two_objects_where_it_makes_two_files(results):
     result = results("letter case told")
-    assert result.said == ["2 objects received."]
-    assert result.found["objects"] == 2
+    assert result.said == ["4 objects received."]
+    assert result.found["objects"] == 4
 
 
 def test_what_is_not_received_is_not_written_over_unawares(results):
@@ -77,3 +82,4 @@ def test_the_panel_breaks_its_sentence_into_lines(results):
     assert results("paragraph").found["lines"] == [
         [""], ["one two", "three"], ["one two th", "ree"],
         ["/a/path/of", "/many/lett", "ers.vek is", "gone."]]
+    assert results("paragraph").found["narrow"] == ["o", "n", "e"]

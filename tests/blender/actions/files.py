@@ -49,8 +49,8 @@ def odd_project(case):
 
 
 def paragraph(_case):
-    """As the panel shows it, where all letters have one width."""
-    return {"said": [], "lines": [
+    """As the panel shows it, where all letters have one width; and where there is no room."""
+    return {"said": [], "narrow": interface.lines_of("one", -5, len), "lines": [
         interface.lines_of(text, 10, len) for text in
         ("", "one two three", "one two th ree", "/a/path/of/many/letters.vek is gone.")]}
 
@@ -142,10 +142,16 @@ def letter_case(case):
 
 
 def letter_case_told(case):
-    """On this disk they do, and these are two objects."""
+    """On this disk they do, and these are two objects; in a folder without letters two more."""
     shutil.copy(case["folder"] + "/Egg 0.vek", case["folder"] + "/EGG 0.vek")
     bridge.tree().add_object(case["folder"] + "/EGG 0")
-    return {"said": [receive()], "objects": len(bpy.data.objects)}
+    os.mkdir(case["folder"] + "/2024")
+    for name in ("/2024/cup", "/2024/CUP"):
+        shutil.copy(case["folder"] + "/Egg 0.vek", case["folder"] + name + ".vek")
+        bridge.tree().add_object(case["folder"] + name)
+    said = [receive()]
+    shutil.rmtree(case["folder"] + "/2024")
+    return {"said": said, "objects": len(bpy.data.objects)}
 
 
 def not_received(case):

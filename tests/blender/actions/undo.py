@@ -3,6 +3,7 @@
 import os
 
 import bpy
+from vek_bridge import bridge
 
 from .common import grid, new_object, receive, scene, select, send
 
@@ -44,6 +45,29 @@ def sent_undone_sent(case):
     place = bpy.data.objects["New"].location.x
     send_both()
     return {"said": said, "files": sorted(os.listdir(case["folder"])), "place": place}
+
+
+def sent_modifier_undone(case):
+    """What comes back has the modifier in it that was sent, though sending it was undone."""
+    said = [receive()]
+    egg = bpy.data.objects["Egg 0"]
+    egg.modifiers.new("Array", "ARRAY")
+    push("array")
+    select(egg)
+    said.append(send())
+    push("sent")
+    bpy.ops.ed.undo()
+    said.append(receive_anew())
+    return {"said": said, "shown": bpy.data.objects["Egg 0"].modifiers["Array"].show_viewport}
+
+
+def receive_anew():
+    """The host has taken over what was sent, and sends it again."""
+    lines = bridge.tree().object_list()
+    os.utime(lines[0] + ".vek", (1, 1))
+    bridge.tree().write_object_list([])
+    bridge.tree().write_object_list(lines)
+    return receive()
 
 
 def push(message):

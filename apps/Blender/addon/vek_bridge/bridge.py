@@ -27,6 +27,13 @@ def app_file(name):
     return tree().app_file(APP, name)
 
 
+def remove_if_there(path):
+    try:
+        os.remove(path)
+    except OSError:
+        pass
+
+
 def hand_back():
     """Tells the host that objects wait for it: by the helper application of the hub where there is
     one, else by the HAND_BACK_COMMAND of this application's Vek_Config.txt. False when there is
@@ -56,7 +63,7 @@ def _helper():
     try:
         with open(bundle + "/Contents/Info.plist", "rb") as info:
             return [bundle + "/Contents/MacOS/" + plistlib.load(info)["CFBundleExecutable"]]
-    except (OSError, KeyError, ValueError, plistlib.InvalidFileException):
+    except Exception:  # the reader of such lists has a dozen of its own
         raise VekError(f"this helper application is damaged: {bundle}")
 
 

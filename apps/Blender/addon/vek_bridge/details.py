@@ -95,7 +95,11 @@ def shade(mesh, material, is_smooth):
 
 def _attributes(mesh):
     return [each for each in mesh.attributes
-            if not each.is_internal and each.name not in _OTHERS and each.data_type != "FLOAT2"]
+            if not each.is_internal and each.name not in _OTHERS and not _is_uv_map(each)]
+
+
+def _is_uv_map(attribute):
+    return attribute.data_type == "FLOAT2" and attribute.domain == "CORNER"
 
 
 def _values(items, name, kind):

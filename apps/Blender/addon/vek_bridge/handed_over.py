@@ -41,13 +41,16 @@ def remember_received(note):
 
 def _keep(name, note):
     path = bridge.app_file(name)
-    _last[path] = note
+    fresh = f"{path}.{os.getpid()}"  # beside the old one first, which a full disk leaves so
     try:
-        with open(path, "wb") as file:
+        with open(fresh, "wb") as file:
             file.write(note)
-        os.chmod(path, 0o666)  # other users write it too
+        os.chmod(fresh, 0o666)  # other users write it too
+        os.replace(fresh, path)
+        _last.pop(path, None)
     except OSError:
-        pass  # an older note does not fit the list any more
+        _last[path] = note
+        bridge.remove_if_there(fresh)
 
 
 def _noted(name):
@@ -57,9 +60,9 @@ def _noted(name):
         with open(path, "rb") as file:
             note = file.read()
     except OSError:
-        note = _last.get(path, b"")
-    of_list, *of_files = note.split(b"\n")
-    marks = (each.split(b" ", 1) for each in of_files)
+        note = b""
+    of_list, *of_files = _last.get(path, note).split(b"\n")
+    marks = (each.split(b" ", 1) for each in of_files if b" " in each)
     return of_list, {line.decode("utf-8", "surrogateescape"): mark for mark, line in marks}
 
 

@@ -62,7 +62,7 @@ def _paragraph(column, text, region_width):
 def lines_of(text, width, width_of):
     """The text in lines no wider than that, broken at blanks. Wider words, as paths are, are cut."""
     lines = []
-    while width_of(text) > width:
+    while text and width_of(text) > width:
         end = 1
         while width_of(text[:end + 1]) <= width:
             end += 1
@@ -70,7 +70,7 @@ def lines_of(text, width, width_of):
         end = blank if blank > 0 else end
         lines.append(text[:end])
         text = text[end:].lstrip(" ")
-    return lines + [text]
+    return lines + [text] if text or not lines else lines
 
 
 def _import_entry(self, _context):

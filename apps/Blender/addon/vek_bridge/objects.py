@@ -41,6 +41,23 @@ def remember_line(obj, line):
     obj[_NAME] = obj.name
 
 
+def sent_of(obj):
+    """What it remembers of what was sent, by the names under which it does."""
+    return {key: _plain(obj[key]) for key in (_SENT_MODIFIERS, _SENT_FRAME, _SENT_MATRIX)
+            if key in obj}
+
+
+def _plain(value):
+    """A copy: lists of numbers go with the object's state, which an undo takes away."""
+    return list(value) if hasattr(value, "typecode") else value
+
+
+def give_missing(obj, sent):
+    for key, value in sent.items():
+        if key not in obj:
+            obj[key] = value
+
+
 def forget(obj):
     """It is a thing of Blender's alone from now on."""
     for key in (_LINE, _NAME, _FACE_KIND, _GIVEN_MARK, _KEPT, _SENT_MODIFIERS, _SENT_FRAME,

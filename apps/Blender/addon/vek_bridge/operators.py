@@ -77,6 +77,10 @@ class _LongWork:
         except (VekError, OSError) as error:
             self._leave(context, "ERROR", sentence(str(error)))
             return False
+        except Exception as error:
+            traceback.print_exc()
+            self._leave(context, "ERROR", sentence("The work did not begin", _surprise(error)))
+            return False
         return True
 
     def _goes_on(self):

@@ -32,8 +32,13 @@ def key_of_line(line):
 def _tells_letter_case(folder):
     """Whether "a" and "A" are two names in there."""
     parent, name = os.path.split(folder)
+    while name and name.swapcase() == name:  # no letters, which tells nothing
+        parent, name = os.path.split(parent)
+    if not name:
+        return sys.platform != "darwin"
     try:
-        return not os.path.samefile(folder, os.path.join(parent, name.swapcase()))
+        return not os.path.samefile(os.path.join(parent, name),
+                                    os.path.join(parent, name.swapcase()))
     except OSError:
         return os.path.isdir(folder) or sys.platform != "darwin"
 

@@ -17,6 +17,8 @@ def check(obj):
     """VekError for an object that nothing can be put into."""
     if obj.library:
         raise VekError(f"The object is part of another Blender file and stays as it is: {obj.name}")
+    if obj.mode != "OBJECT":
+        raise VekError(f"The object is worked on in another scene and stays as it is: {obj.name}")
 
 
 def would_end_a_sculpt(obj, given, matrix):
@@ -73,7 +75,7 @@ def take_the_place_of(other, given, matrix):
     try:
         other.hide_set(True)
     except RuntimeError:
-        pass  # it is not in this view layer, and not seen
+        pass  # it is not in this view layer, and not hidden in others
     return obj
 
 

@@ -45,19 +45,21 @@ def _noted():
 def _write(text):
     """Beside it first: the old one may be another user's, as the new one is for others."""
     fresh = f"{_note()}.{os.getpid()}"
-    with open(fresh, "w", encoding="ascii") as note:
-        note.write(text)
-    os.chmod(fresh, 0o666)
-    os.replace(fresh, _note())
+    try:
+        with open(fresh, "w", encoding="ascii") as note:
+            note.write(text)
+        os.chmod(fresh, 0o666)
+        os.replace(fresh, _note())
+    except OSError:
+        bridge.remove_if_there(fresh)
+        raise
 
 
 def _is_alive(process):
     try:
         os.kill(process, 0)
-    except ProcessLookupError:
-        return False
     except (OSError, OverflowError):
-        pass  # somebody else's
+        return False  # or another user's, who answers to that user alone
     return True
 
 

@@ -4,6 +4,7 @@ whose process id is noted beside it takes the file away and receives the objects
 import atexit
 import os
 import time
+import traceback
 
 import bpy
 
@@ -46,8 +47,6 @@ def _keep_order():
 
 def _receive():
     windows = bpy.context.window_manager.windows
-    if not windows:
-        return
     with bpy.context.temp_override(window=windows[0]):
         try:
             bpy.ops.vek.receive("INVOKE_DEFAULT", True)
@@ -94,15 +93,23 @@ def _redraw():
 
 
 def _watch():
+    try:
+        _look()
+    except Exception:
+        traceback.print_exc()  # and looks again: a timer that raises is run no more
+    return _INTERVAL
+
+
+def _look():
     _show_project()
-    ordered = running.answers() and os.path.exists(_order())
+    has_window = bool(bpy.context.window_manager.windows)
+    ordered = has_window and running.answers() and os.path.exists(_order())
     must_wait = ordered and _is_user_busy()
     _show_waiting(must_wait)
     if must_wait:
         _keep_order()
     elif ordered and _took_an_order():
         _receive()
-    return _INTERVAL
 
 
 def register():
