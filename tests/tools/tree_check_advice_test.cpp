@@ -285,7 +285,7 @@ TEST(TreeCheck, TakesScriptsOfAnyShellThatShCanRun) {
           std::string("#!/bin/zsh -e\nx=$(echo 1)\n"), std::string("echo no first line\n"),
           std::string("#!/usr/bin/env sh\n[[ x ]]\n"), std::string("#!/bin/sh\ntr '\r' x\n"),
           // A program that is packed behind the script.
-          std::string("#!/bin/sh\nexit\n\x1F\x8B\x08\0\r\n", 24)}) {
+          std::string("#!/bin/sh\nexit\n\x1F\x8B\x08\0\r\n", 21)}) {
         writeFile(Tree::app("App", "edit.sh"), fine);
         EXPECT_EQ(codesOf(checkTree()), Found()) << fine;
     }
