@@ -1,25 +1,8 @@
 #include <cstdlib>
 
-#include "tests/validate/control.h"
+#include "tests/validate/scale_setting.h"
 
-static bool s_wasSet = false;
-
-WRONG(VekSetExportScale) {
-    s_wasSet = true;
-    return REAL(VekSetExportScale);
-}
-
-WRONG(GetVekAppIndex) {
-    s_wasSet = false;
-    return REAL(GetVekAppIndex);
-}
-
-WRONG(ReadVekObjectList) {
-    s_wasSet = false;
-    return REAL(ReadVekObjectList);
-}
-
-// Must not be called behind VekSetExportScale, but where one of these two was called in between.
+// Must not be called in that order.
 WRONG(FindVekApp) {
     if (s_wasSet) std::abort();
     return REAL(FindVekApp);
