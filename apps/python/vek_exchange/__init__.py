@@ -13,7 +13,7 @@ Every failure is a VekError, whose text can be shown to the user. Nothing but th
 is needed; numpy is used where it is there.
 """
 
-from ._files import StagedFile
+from ._files import StagedFile, write_whole
 from .config import ConfigFile, Dispatcher
 from .descriptor import Descriptor, IOPref, read_descriptor
 from .errors import VekError
@@ -25,5 +25,5 @@ __all__ = [
     "Block", "ConfigFile", "Corners", "DEFAULT_ROOT", "Descriptor", "Dispatcher", "ExchangeFile",
     "IOPref", "MapName", "Mesh", "StagedFile", "Tree", "VekError", "file_of", "mesh_of",
     "read_descriptor", "read_file", "read_mesh", "stage_file", "valid_file_path", "write_file",
-    "write_mesh",
+    "write_mesh", "write_whole",
 ]

@@ -27,13 +27,6 @@ def app_file(name):
     return tree().app_file(APP, name)
 
 
-def remove_if_there(path):
-    try:
-        os.remove(path)
-    except OSError:
-        pass
-
-
 def hand_back():
     """Tells the host that objects wait for it: by the helper application of the hub where there is
     one, else by the HAND_BACK_COMMAND of this application's Vek_Config.txt. False when there is

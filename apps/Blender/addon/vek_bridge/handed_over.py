@@ -5,7 +5,7 @@ they do not fit Blender any more until it sends them again."""
 import os
 
 from . import bridge, paths
-from .vek_exchange import VekError
+from .vek_exchange import VekError, write_whole
 
 _SENT, _RECEIVED = "Blender_Sent.txt", "Blender_Received.txt"
 _last = {}  # the notes by their names, for where they cannot be written
@@ -41,16 +41,11 @@ def remember_received(note):
 
 def _keep(name, note):
     path = bridge.app_file(name)
-    fresh = f"{path}.{os.getpid()}"  # beside the old one first, which a full disk leaves so
     try:
-        with open(fresh, "wb") as file:
-            file.write(note)
-        os.chmod(fresh, 0o666)  # other users write it too
-        os.replace(fresh, path)
+        write_whole(path, [note], mode=0o666)  # other users write it too
         _last.pop(path, None)
-    except OSError:
+    except VekError:
         _last[path] = note
-        bridge.remove_if_there(fresh)
 
 
 def _noted(name):

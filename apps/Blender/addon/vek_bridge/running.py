@@ -1,5 +1,6 @@
 """The note that tells which Blender answers to the host's orders: the first one that was started."""
 
+import contextlib
 import functools
 import os
 import subprocess
@@ -51,7 +52,8 @@ def _write(text):
         os.chmod(fresh, 0o666)
         os.replace(fresh, _note())
     except OSError:
-        bridge.remove_if_there(fresh)
+        with contextlib.suppress(OSError):
+            os.remove(fresh)
         raise
 
 
