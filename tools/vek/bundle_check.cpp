@@ -16,12 +16,6 @@ using Kind = TreeLook::Kind;
 constexpr char kBundleItself[] = "Put the whole bundle itself there.";
 constexpr char kBundleAgain[] = "Put the whole bundle there again, with its permissions.";
 
-// The closed folder through which the bundle's own link leads; root gets through it all the same.
-std::string closedByItsLink(const std::string& bundle, const std::string& folder) {
-    const bool isItsOwn = isLink(bundle) && closedBehindLinks(folder).empty();
-    return isItsOwn ? closedBehindLinks(bundle) : "";
-}
-
 void findBroken(Findings& findings, const std::string& path, const std::string& what,
                 const std::string& advice = kBundleAgain) {
     findings.add("broken-bundle", path, 0, what, advice);
@@ -94,7 +88,7 @@ void checkBundles(Findings& findings, const std::string& folder) {
                          "Make what it leads to, or put a bundle into its place.");
         } else if (kind == Kind::Hidden) {
             findBroken(findings, bundle, kHiddenLink, kBundleItself);
-        } else if (const std::string closed = closedByItsLink(bundle, folder); !closed.empty()) {
+        } else if (const std::string closed = closedOnTheWayFrom(folder, bundle); !closed.empty()) {
             findBroken(findings, bundle,
                        fmt::format("A link leads to it through {}, which is closed to some users.",
                                    closed),

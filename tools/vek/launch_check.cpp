@@ -39,7 +39,7 @@ public:
         const std::size_t quote = command.find('"');
         const std::string name = command.substr(0, quote);
         const std::string file = m_folder + "/" + name;
-        if (m_findings.areAbout(file)) return;
+        if (m_findings.areAbout(file)) return;  // it ships, and is looked at already
         const Kind kind = lookAt(file).kind;
         if (kind == Kind::Missing || name.empty()) {
             findMissing(name, command);
@@ -110,8 +110,6 @@ private:
                 fmt::format("The blank in \"{}\" counts as a part of the file's name.", command),
                 file);
         }
-        const std::string file = m_folder + "/" + name;
-        if (m_findings.areAbout(file)) return;  // it ships, and is missed already
         m_findings.add("command-file-missing", m_path, line,
                        fmt::format("{} names no file of this folder: \"{}\".", m_key, name),
                        adviceForCommand(m_key, name, m_folder, m_descriptor));
@@ -136,8 +134,8 @@ private:
         const ProgramForm form =
             endsWith(file, ".sh") ? ProgramForm::Script : ProgramForm::Executable;
         if (const auto fault = faultOfMode(file, form)) return findFault(file, *fault);
-        const std::string closed = closedBehindLinks(file);
-        if (!closed.empty() && closedBehindLinks(m_folder).empty()) {
+        const std::string closed = closedOnTheWayFrom(m_folder, file);
+        if (!closed.empty()) {
             findNotRunnable(
                 file,
                 fmt::format("A link leads to it through {}, which is closed to some users.",

@@ -89,6 +89,10 @@ std::string closedBehindLinks(const std::string& path) {
     return "";
 }
 
+std::string closedOnTheWayFrom(const std::string& folder, const std::string& path) {
+    return closedBehindLinks(folder).empty() ? closedBehindLinks(path) : "";
+}
+
 std::string closedByRoot(const std::string& path) {
     for (const std::string& folder : foldersOnTheWayTo(path)) {
         struct stat status;

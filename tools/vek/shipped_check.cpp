@@ -54,7 +54,8 @@ private:
         } else if (!isFolder && kind != Kind::File && kind != Kind::Hidden) {
             m_findings.add("not-a-file", path, 0, "This should be a file, and is none.",
                            "Move it away and run vek init.");
-        } else if (isLink(path) && (kind == Kind::Hidden || !closedBehindLinks(path).empty())) {
+        } else if (isLink(path) &&
+                   (kind == Kind::Hidden || !closedOnTheWayFrom(m_folder, path).empty())) {
             m_findings.add(isFolder ? "folder-not-shared" : "file-not-shared", path, 0,
                            "It is a link to a place that some users cannot reach.",
                            "Remove the link and run vek init.");
