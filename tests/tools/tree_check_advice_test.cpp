@@ -317,7 +317,7 @@ TEST(TreeCheck, CountsTurnsThatFewerMirrorsDoNotMake) {
               "only if it faces the other way.");
 }
 
-TEST(TreeCheckAdvice, TakesANameWithOddQuotesForWhatItIsWhereItIsThere) {
+TEST(TreeCheck, TakesANameWithOddQuotesForWhatItIsWhereItIsThere) {
     const TreeToCheck tree;
     addGoodApp("App");
     const std::string descriptor = Tree::app("App", "Vek_Info.txt");
@@ -332,7 +332,7 @@ TEST(TreeCheckAdvice, TakesANameWithOddQuotesForWhatItIsWhereItIsThere) {
     EXPECT_EQ(codesOf(checkTree()), Found());
 }
 
-TEST(TreeCheckAdvice, OffersANearNameBeforeItTakesACommandForALineOfATerminal) {
+TEST(TreeCheck, OffersANearNameBeforeItTakesACommandForALineOfATerminal) {
     const TreeToCheck tree;
     addGoodApp("App");
     const std::string descriptor = Tree::app("App", "Vek_Info.txt");

@@ -98,7 +98,9 @@ void checkInstallations(Findings& findings, const std::string& id) {
         }
     }
     const std::string log = appFile(id, kInstallLogName);
-    if (readText(findings, log, kReadFileMode, kLargestText, text) && !text.empty()) {
+    // Its text may end so for a host that does not clear the block into which it is read.
+    constexpr TextEnd kEnd = TextEnd::MayBeNul;
+    if (readText(findings, log, kReadFileMode, kLargestText, text, kEnd) && !text.empty()) {
         const std::vector<TextLine> lines = linesOf(text);
         findings.add("install-failed", log, 0,
                      fmt::format("The last installation failed: {}",

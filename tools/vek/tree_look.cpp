@@ -74,11 +74,6 @@ bool checkText(Findings& findings, const std::string& path, const std::string& t
     return false;
 }
 
-// Such a log may end with a NUL, for a host that does not clear the block into which it is read.
-bool isInstallLog(const std::string& path) {
-    return path.substr(path.rfind('/') + 1) == kInstallLogName;
-}
-
 }  // namespace
 
 TreeLook lookAt(const std::string& path) {
@@ -186,7 +181,7 @@ bool checkFolder(Findings& findings, const std::string& path) {
 }
 
 bool readText(Findings& findings, const std::string& path, mode_t wanted, std::int64_t limit,
-              std::string& text) {
+              std::string& text, TextEnd end) {
     const TreeLook look = lookAt(path);
     if (look.kind == Kind::Missing) return false;
     if (look.kind == Kind::BrokenLink) {
@@ -224,7 +219,8 @@ bool readText(Findings& findings, const std::string& path, mode_t wanted, std::i
     }
     text.clear();
     BXFile::readWhole(path.c_str(), text, limit);
-    if (isInstallLog(path) && text.size() > 1 && text.back() == '\0') text.pop_back();
+    const bool mayEndWithNul = end == TextEnd::MayBeNul && text.size() > 1;
+    if (mayEndWithNul && text.back() == '\0') text.pop_back();
     return checkText(findings, path, text);
 }
 

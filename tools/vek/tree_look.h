@@ -44,10 +44,13 @@ constexpr std::int64_t kLargestList = 16 << 20;
 constexpr std::int64_t kLargestText = 1 << 20;
 constexpr std::int64_t kLargestPath = 4096;  // what the bridge reads of such a file
 
-// Whether `text` is now what the file holds. What is wrong with the file otherwise, or with its
-// permissions, is found; a missing file is not. `wanted` are the permissions that every user needs.
+enum class TextEnd { Plain, MayBeNul };
+
+// Whether `text` is now what the file holds, less a NUL that may be its end. What is wrong with the
+// file otherwise, or with its permissions, is found; a missing file is not. `wanted` are the
+// permissions that every user needs.
 bool readText(Findings& findings, const std::string& path, mode_t wanted, std::int64_t limit,
-              std::string& text);
+              std::string& text, TextEnd end = TextEnd::Plain);
 
 struct TextLine {
     int number;
